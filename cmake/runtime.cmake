@@ -1,0 +1,16 @@
+# The C++ runtime is shared: exceptions and objects cross DLL borders. Its DLLs stand beside the programs.
+set(VORN_RUNTIME_DLLS "")
+if(MINGW)
+  foreach(name libstdc++-6.dll libgcc_s_seh-1.dll libwinpthread-1.dll)
+    execute_process(COMMAND ${CMAKE_CXX_COMPILER} -print-file-name=${name}
+                    OUTPUT_VARIABLE path OUTPUT_STRIP_TRAILING_WHITESPACE)
+    if(NOT EXISTS "${path}")
+      set(path "/usr/x86_64-w64-mingw32/lib/${name}")
+    endif()
+    if(NOT EXISTS "${path}")
+      message(FATAL_ERROR "The compiler's runtime ${name} was not found.")
+    endif()
+    list(APPEND VORN_RUNTIME_DLLS "${path}")
+  endforeach()
+  file(COPY ${VORN_RUNTIME_DLLS} DESTINATION "${CMAKE_RUNTIME_OUTPUT_DIRECTORY}")
+endif()

@@ -1,0 +1,5 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+/// The umbrella header: all that an application includes.
+#include "vorn/api.h"
