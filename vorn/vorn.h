@@ -3,3 +3,10 @@
 
 /// The umbrella header: all that an application includes.
 #include "vorn/api.h"
+#include "vorn/geometry/colour.h"
+#include "vorn/geometry/matrix.h"
+#include "vorn/geometry/point_map.h"
+#include "vorn/geometry/triangle.h"
+#include "vorn/view/lighting.h"
+#include "vorn/view/mapping.h"
+#include "vorn/view/user_rotation.h"
