@@ -33,11 +33,11 @@ public:
     /// Projects a model point into the current position.
     VORN_API void gluProject(double x, double y, double z);
     /// The same for in[0..2], with the resulting position in out[0..2] as well.
-    VORN_API void gluProject(double* in, double* out);
-    VORN_API void gluProject(float* in, float* out);
+    VORN_API void gluProject(const double* in, double* out);
+    VORN_API void gluProject(const float* in, float* out);
     /// Projects (in[0], in[1], in[1]): in[2] is not read. A non-null pt receives x and y rounded to the
     /// nearest.
-    VORN_API void gluProject(float* in, POINT* pt);
+    VORN_API void gluProject(const float* in, POINT* pt);
     /// The point in the eye coordinates of the context's own modelview matrix of this moment, not the
     /// captured one. Leaves the GL matrix mode at GL_MODELVIEW.
     VORN_API void gluProjectViewOnly(double x, double y, double z);
@@ -64,7 +64,7 @@ public:
 
     /// The distance in the window, in pixels and without the depth, between two model points. Leaves the
     /// current position at the projection of b.
-    VORN_API float GetWinMag3f(float* a, float* b);
+    VORN_API float GetWinMag3f(const float* a, const float* b);
 
     float GetScreenRadius() const { return m_fScreenRadius; }
     /// Pixels to model units and back by the screen radius: a scale, exact only near the origin and along the

@@ -77,6 +77,9 @@ protected:
     /// The unit vectors at +90 and +270 degrees from v.
     void GetPosNegPts(_qx_double_pt_ v, _qx_double_pt_* pPos, _qx_double_pt_* pNeg) const;
 
+    /// Back to idle: no button, no axis.
+    void EndDrag(_qx_double_pt_ pt);
+
     CvornMatrix m_matrix;
     /// The locked direction: 0 and 1 are +x and -x on the screen, 2 and 3 y, 4 and 5 z; -1 is none.
     int m_nLockDir = -1;
