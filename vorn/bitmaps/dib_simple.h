@@ -15,8 +15,8 @@ public:
     CvornDIBSimple& operator=(const CvornDIBSimple&) = default;
     virtual ~CvornDIBSimple();
 
-    /// Makes the section, `cx` x `cy` pixels (a negative height is a top-down one) with `nBitCount` bits each.
-    /// Returns 0 on failure; the object is then empty but for its size.
+    /// Makes the section, `cx` x `cy` pixels (a negative height is a top-down one) with `nBitCount` bits
+    /// each. Returns 0 on failure; the object is then empty but for its size.
     BOOL Create(int cx, int cy, int nBitCount);
     /// Gives up the section and its DC; all fields become null or zero.
     void destroy();

@@ -8,7 +8,8 @@
 
 /// A 24-bit bitmap that GDI can draw into and whose pixels can be touched directly: a DIB section selected
 /// into a memory DC of its own. The inherited `GetBitsAddress` is the section's memory, which lives as long
-/// as the surface or until the next `Create`. Call `GdiFlush` between drawing with GDI and reading the pixels.
+/// as the surface or until the next `Create`. Call `GdiFlush` between drawing with GDI and reading the
+/// pixels.
 ///
 ///     CvornDIBSurface surface;
 ///     if (surface.Create(640, 480, static_cast<HPALETTE>(nullptr))) {
@@ -42,7 +43,8 @@ public:
     BOOL BitBlt(CDC* pDC, int xDest, int yDest, int w, int h, int xSrc, int ySrc);
     BOOL BitBlt(HDC hdc, int xDest, int yDest, int w, int h, int xSrc, int ySrc);
     /// As `BitBlt`, scaled with the stretch mode of the DC.
-    BOOL StretchBlt(CDC* pDC, int xDest, int yDest, int wDest, int hDest, int xSrc, int ySrc, int wSrc, int hSrc);
+    BOOL StretchBlt(CDC* pDC, int xDest, int yDest, int wDest, int hDest, int xSrc, int ySrc, int wSrc,
+                    int hSrc);
 
     /// Copies the whole surface to (0, 0) of the DC.
     void Draw(CDC* pDC);
@@ -56,7 +58,8 @@ public:
     void SetPalette(HPALETTE hPal);
     /// The same; nothing happens for null.
     void SetPalette(CPalette* pPal);
-    /// Maps the pixels to the palette and then sets it. Returns 0, with nothing changed, when the mapping fails.
+    /// Maps the pixels to the palette and then sets it. Returns 0, with nothing changed, when the mapping
+    /// fails.
     BOOL MapColorsToPalette(HPALETTE hPal) override;
     BOOL MapColorsToPalette(CPalette* pPal) override;
 

@@ -20,8 +20,8 @@ public:
     /// The same with the caller's window class.
     virtual BOOL Create(CString strClass, CWnd* pParent, UINT nID);
 
-    /// Paints the window on `pDC` through an off-screen bitmap. `rect`, in pixels of `pDC`, is replaced by the
-    /// client rectangle when the window exists. The `nExclude` rectangles at `pExclude`, in pixels of the
+    /// Paints the window on `pDC` through an off-screen bitmap. `rect`, in pixels of `pDC`, is replaced by
+    /// the client rectangle when the window exists. The `nExclude` rectangles at `pExclude`, in pixels of the
     /// off-screen bitmap, are left out of the drawing now and on later paints (they are copied). Nothing is
     /// drawn when the bitmap cannot be made; the DC's state is restored in any case.
     void Update(CDC* pDC, CRect& rect, RECT* pExclude, int nExclude);
