@@ -53,6 +53,9 @@ bool readWholeFile(const char* name, HeapBytes& bytes) {
 }
 
 bool writeWholeFile(const char* name, std::span<const BYTE> bytes) {
+    DWORD attributes = ::GetFileAttributesA(name);
+    constexpr DWORD forbidden = FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_DIRECTORY;
+    if (attributes != INVALID_FILE_ATTRIBUTES && (attributes & forbidden) != 0) return false;
     std::string temporary = temporaryBeside(name);
     if (temporary.empty()) return false;
     bool written = false;
