@@ -3,6 +3,8 @@
 
 /// The umbrella header: all that an application includes.
 #include "vorn/api.h"
+#include "vorn/bitmaps/dib.h"
+#include "vorn/bitmaps/dib_palette.h"
 #include "vorn/geometry/colour.h"
 #include "vorn/geometry/matrix.h"
 #include "vorn/geometry/point_map.h"
