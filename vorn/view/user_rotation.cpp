@@ -4,7 +4,6 @@
 #include "vorn/detail/truncate.h"
 #include "vorn/geometry/triangle.h"
 
-#include <atltypes.h>
 #include <algorithm>
 #include <cfloat>
 #include <cmath>

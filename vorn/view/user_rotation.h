@@ -4,8 +4,6 @@
 #include "vorn/api.h"
 #include "vorn/geometry/matrix.h"
 
-class CPoint;
-
 /// A point or direction in window pixels, y downwards.
 struct _qx_double_pt_ {
     double x = 0;
