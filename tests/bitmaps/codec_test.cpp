@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "tests/support/canvas.h"
-#include "tests/support/gl_window.h"
+#include "tests/support/gl_test.h"
 #include "tests/support/handle_counts.h"
 #include "tests/support/temp_folder.h"
 #include "vorn/bitmaps/image_codec.h"

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "tests/support/feedback.h"
-#include "tests/support/gl_window.h"
+#include "tests/support/gl_test.h"
 #include "vorn/geometry/matrix.h"
 
 #include <cstring>

@@ -1,7 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "tests/support/gl_window.h"
 
-#include <cstdlib>
 #include <stdexcept>
 
 namespace support {
@@ -48,15 +47,6 @@ std::vector<COLORREF> pixelsIn(int x, int y, int width, int height) {
     for (COLORREF& pixel : pixels)
         pixel &= 0xFFFFFF;
     return pixels;
-}
-
-testing::AssertionResult isNear(COLORREF actual, COLORREF expected, int tolerance) {
-    for (int shift = 0; shift < 24; shift += 8) {
-        const int a = (actual >> shift) & 0xFF, b = (expected >> shift) & 0xFF;
-        if (std::abs(a - b) > tolerance)
-            return testing::AssertionFailure() << std::hex << "0x" << actual << " instead of 0x" << expected;
-    }
-    return testing::AssertionSuccess();
 }
 
 } // namespace support

@@ -3,7 +3,6 @@
 
 #include "vorn/opengl.h"
 
-#include <gtest/gtest.h>
 #include <vector>
 
 namespace support {
@@ -32,21 +31,10 @@ private:
     int m_height;
 };
 
-/// A test with a current context in a hidden window of 200 x 150 pixels. GL must have no error at the end.
-class GlTest : public testing::Test {
-protected:
-    void TearDown() override { EXPECT_EQ(glGetError(), static_cast<GLenum>(GL_NO_ERROR)); }
-
-    GlWindow m_window;
-};
-
 /// The colour at a pixel of the current context's read buffer, counted from the lower left corner.
 COLORREF pixelAt(int x, int y);
 
 /// A rectangle of such pixels, row by row upwards.
 std::vector<COLORREF> pixelsIn(int x, int y, int width, int height);
-
-/// Whether no channel differs by more than the tolerance; the message shows both colours in hex, as BBGGRR.
-testing::AssertionResult isNear(COLORREF actual, COLORREF expected, int tolerance = 1);
 
 } // namespace support

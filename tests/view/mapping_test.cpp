@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "tests/support/gl_window.h"
+#include "tests/support/gl_test.h"
 #include "vorn/view/mapping.h"
 
 #include <cmath>
