@@ -71,7 +71,7 @@ void CvornSpread::UpdateMetrics(CDC* pDC, CFont* pFont, float fScale) {
     measureCells(*this, *pDC);
     const int rowsEnd = layOut(m_pRowHeaders, m_nRows, m_rcMargin.top + m_nTitleHeight);
     const int colsEnd = layOut(m_pColHeaders, m_nCols, m_rcMargin.left);
-    m_nWidthDP = std::max(colsEnd, m_rcMargin.left + m_nTitleWidth) + m_rcMargin.right;
+    m_nWidthDP = std::max<int>(colsEnd, m_rcMargin.left + m_nTitleWidth) + m_rcMargin.right;
     m_nHeightDP = rowsEnd + m_rcMargin.bottom;
 }
 
