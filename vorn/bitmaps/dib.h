@@ -134,8 +134,6 @@ private:
     bool HoldsHeaderBits() const;
     bool HoldsRows(const BYTE* pFirst, std::int64_t nRows, std::int64_t nStride,
                    std::int64_t nRowBytes) const;
-    void MapIndices(const BYTE (&map)[256]);
-    bool MapTrueColours(CPalette& palette, const PALETTEENTRY* pEntries, UINT nEntries);
 
     std::shared_ptr<BITMAPINFO> m_pHeaderOwner;
     std::shared_ptr<BYTE> m_pBitsOwner;

@@ -36,6 +36,7 @@ private:
 };
 
 using UniqueBitmap = UniqueHandle<HBITMAP, [](HBITMAP h) { ::DeleteObject(h); }>;
+using UniqueBrush = UniqueHandle<HBRUSH, [](HBRUSH h) { ::DeleteObject(h); }>;
 using UniqueFont = UniqueHandle<HFONT, [](HFONT h) { ::DeleteObject(h); }>;
 using UniquePalette = UniqueHandle<HPALETTE, [](HPALETTE h) { ::DeleteObject(h); }>;
 using UniqueMemoryDC = UniqueHandle<HDC, [](HDC h) { ::DeleteDC(h); }>;
