@@ -1,0 +1,145 @@
+// SPDX-License-Identifier: MIT
+#include "surface_mesh.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstddef>
+#include <limits>
+#include <utility>
+
+namespace examples {
+
+namespace {
+
+/// The numbers of a grid as heights from 0 to 1; NaN stays NaN.
+std::vector<float> relativeHeights(const Grid& grid) {
+    double lowest = std::numeric_limits<double>::infinity(), highest = -lowest;
+    for (double value : grid.values) {
+        lowest = std::min(lowest, value); // keeps the first argument when the second is NaN
+        highest = std::max(highest, value);
+    }
+    // Halves, because the distance between two doubles may be too large for one.
+    double range = highest / 2 - lowest / 2;
+    std::vector<float> heights(grid.values.size());
+    std::transform(grid.values.begin(), grid.values.end(), heights.begin(), [=](double value) {
+        double height = range > 0 ? (value / 2 - lowest / 2) / range : value - value + 0.5;
+        return static_cast<float>(height);
+    });
+    return heights;
+}
+
+/// Fills a mesh from relative heights.
+class MeshBuilder {
+public:
+    MeshBuilder(const Grid& grid, const MeshExtents& extents)
+        : m_rows(grid.rows), m_columns(grid.columns), m_extents(extents),
+          m_stepX(extents.width / static_cast<float>(std::max(grid.columns - 1, 1))),
+          m_stepY(extents.depth / static_cast<float>(std::max(grid.rows - 1, 1))),
+          m_heights(relativeHeights(grid)) {}
+
+    SurfaceMesh build(const ColourRamp& ramp) {
+        addVertices(ramp);
+        if (m_rows > 1 && m_columns > 1)
+            addTriangles();
+        else
+            addLines();
+        return std::move(m_mesh);
+    }
+
+private:
+    /// Height steps per model unit at `at`, between the neighbours `stride` cells away that exist and are no
+    /// holes.
+    float slope(const float* at, std::ptrdiff_t stride, bool hasBefore, bool hasAfter, float step) const {
+        hasBefore = hasBefore && !std::isnan(at[-stride]);
+        hasAfter = hasAfter && !std::isnan(at[stride]);
+        if (!hasBefore && !hasAfter) return 0;
+        float before = hasBefore ? at[-stride] : *at;
+        float after = hasAfter ? at[stride] : *at;
+        return (after - before) / (step * static_cast<float>(hasBefore + hasAfter)) * m_extents.height;
+    }
+
+    void addVertices(const ColourRamp& ramp);
+    void addTriangles();
+    void addLines();
+
+    int m_rows;
+    int m_columns;
+    MeshExtents m_extents;
+    float m_stepX; ///< model units between columns
+    float m_stepY;
+    std::vector<float> m_heights;
+    SurfaceMesh m_mesh;
+};
+
+void MeshBuilder::addVertices(const ColourRamp& ramp) {
+    m_mesh.vertices.resize(m_heights.size());
+    MeshVertex* vertex = m_mesh.vertices.data();
+    const float* height = m_heights.data();
+    float left = -m_stepX * static_cast<float>(m_columns - 1) / 2;
+    float back = m_stepY * static_cast<float>(m_rows - 1) / 2;
+    for (int row = 0; row < m_rows; ++row) {
+        float y = back - m_stepY * static_cast<float>(row);
+        for (int column = 0; column < m_columns; ++column, ++vertex, ++height) {
+            if (std::isnan(*height)) continue;
+            float slopeX = slope(height, 1, column > 0, column + 1 < m_columns, m_stepX);
+            // Rows run towards the viewer, y runs away.
+            float slopeY = -slope(height, m_columns, row > 0, row + 1 < m_rows, m_stepY);
+            float length = std::sqrt(slopeX * slopeX + slopeY * slopeY + 1);
+            Rgb colour = ramp.at(*height);
+            *vertex = {{left + m_stepX * static_cast<float>(column), y, (*height - 0.5f) * m_extents.height},
+                       {-slopeX / length, -slopeY / length, 1 / length},
+                       {colour.red, colour.green, colour.blue, 255}};
+        }
+    }
+}
+
+void MeshBuilder::addTriangles() {
+    m_mesh.kind = SurfaceMesh::Kind::triangles;
+    m_mesh.indices.reserve(std::size_t{6} * (m_rows - 1) * (m_columns - 1));
+    for (int row = 0; row + 1 < m_rows; ++row) {
+        for (int column = 0; column + 1 < m_columns; ++column) {
+            auto farLeft = static_cast<std::uint32_t>(row * m_columns + column);
+            std::uint32_t farRight = farLeft + 1, nearLeft = farLeft + m_columns, nearRight = nearLeft + 1;
+            float falling = m_heights[farLeft] - m_heights[nearRight];
+            float rising = m_heights[farRight] - m_heights[nearLeft];
+            if (std::isnan(falling + rising)) continue;
+            if (std::abs(falling) < std::abs(rising)) {
+                m_mesh.indices.insert(m_mesh.indices.end(),
+                                      {farLeft, nearLeft, nearRight, farLeft, nearRight, farRight});
+            } else {
+                m_mesh.indices.insert(m_mesh.indices.end(),
+                                      {farLeft, nearLeft, farRight, farRight, nearLeft, nearRight});
+            }
+        }
+    }
+}
+
+/// The single row or column as a line between neighbours, the single number as a point.
+void MeshBuilder::addLines() {
+    m_mesh.kind = m_heights.size() > 1 ? SurfaceMesh::Kind::lines : SurfaceMesh::Kind::points;
+    for (std::uint32_t i = 0; i < m_heights.size(); ++i) {
+        if (std::isnan(m_heights[i])) continue;
+        if (m_heights.size() == 1)
+            m_mesh.indices.push_back(i);
+        else if (i + 1 < m_heights.size() && !std::isnan(m_heights[i + 1]))
+            m_mesh.indices.insert(m_mesh.indices.end(), {i, i + 1});
+    }
+}
+
+} // namespace
+
+MeshExtents MeshExtents::inBall(const Grid& grid, float radius) {
+    constexpr float thinnest = 0.2f, relief = 0.35f;
+    auto longer = static_cast<float>(std::max({grid.rows, grid.columns, 2}) - 1);
+    MeshExtents extents = {.width = std::max(static_cast<float>(grid.columns - 1) / longer, thinnest),
+                           .depth = std::max(static_cast<float>(grid.rows - 1) / longer, thinnest),
+                           .height = relief};
+    float scale = 2 * radius / std::hypot(extents.width, extents.depth, extents.height);
+    return {extents.width * scale, extents.depth * scale, extents.height * scale};
+}
+
+SurfaceMesh buildSurfaceMesh(const Grid& grid, const ColourRamp& ramp, const MeshExtents& extents) {
+    return MeshBuilder(grid, extents).build(ramp);
+}
+
+} // namespace examples

@@ -1,0 +1,199 @@
+// SPDX-License-Identifier: MIT
+#include "common/grid.h"
+
+#include "tests/support/temp_folder.h"
+
+#include <cmath>
+#include <gtest/gtest.h>
+#include <random>
+
+namespace {
+
+using namespace examples;
+using namespace std::string_literals;
+
+/// A grid in one line: rows divided by "/", holes as "-".
+std::string shown(const Grid& grid) {
+    std::string text;
+    for (int row = 0; row < grid.rows; ++row) {
+        for (int column = 0; column < grid.columns; ++column) {
+            char number[32] = "-";
+            double value = grid.at(row, column);
+            if (!std::isnan(value)) std::snprintf(number, sizeof number, "%.12g", value);
+            text += (column > 0 ? " " : row > 0 ? " / " : "") + std::string(number);
+        }
+    }
+    return text;
+}
+
+std::string joined(const std::vector<std::string>& labels) {
+    std::string text;
+    for (const std::string& label : labels)
+        text += label + "|";
+    return text;
+}
+
+TEST(Grid, ReadsTablesAsOtherProgramsWriteThem) {
+    struct Case {
+        const char* text;
+        const char* grid;
+        const char* columnLabels = "";
+        const char* rowLabels = "";
+    };
+    const Case cases[] = {
+        // Separators, line ends, blanks.
+        {"1,2,3\n4,5,6\n", "1 2 3 / 4 5 6"},
+        {"1;2\r\n3;4", "1 2 / 3 4"},
+        {"1\t2\r3\t4\r", "1 2 / 3 4"},
+        {"\xEF\xBB\xBF"
+         "1, 2\n3 ,4\n",
+         "1 2 / 3 4"},
+        {"\n1,2\n\n  \n3,4\n\n", "1 2 / 3 4"},
+        {"7", "7"},
+        // Numbers and holes.
+        {"-1.5e3,+.25,5.,1e-400,\"8\"", "-1500 0.25 5 0 8"},
+        {",NA\nnan,2", "- - / - 2"},
+        {"1\t\n\t4\n3\t", "1 - / - 4 / 3 -"},
+        {"1\n\n3\n\n", "1 / - / 3"},
+        // Labels.
+        {"a,b\n1,2", "1 2", "a|b|"},
+        {"a\n1\n2", "1 / 2", "a|"},
+        {"\"a,\"\"x\"\"\";\"b\r\nc\"\n1;2\n", "1 2", "a,\"x\"|b\r\nc|"},
+        {"north,1,2\nsouth,3,4", "1 2 / 3 4", "", "north|south|"},
+        {"name,a,b\nnorth,1,2", "1 2", "a|b|", "north|"},
+        {"\"\",\"V1\"\r\n\"1\",5\r\n\"2\",NA\r\n", "5 / -", "V1|", "1|2|"},
+        {"Heights of somewhere,\n1,2\n3,4", "1 2 / 3 4", "Heights of somewhere||"},
+        // Numbers as labels.
+        {"lat\\lon,10,30\n36,5,6\n35,7,8", "5 6 / 7 8", "10|30|", "36|35|"},
+        {"depth,10,bottom\n1,2,3", "1 2 3", "depth|10|bottom|"},
+        {"t,0,1\nnorth,50,60\nsouth,52,61", "50 60 / 52 61", "0|1|", "north|south|"},
+        {"north,50,60\nsouth,52,61", "50 60 / 52 61", "", "north|south|"},
+        {",0,1\n0,55,66\n1,57,68\n", "55 66 / 57 68", "0|1|", "0|1|"},
+        {",2,3\n4,5,6\n7,8,9\n", "- 2 3 / 4 5 6 / 7 8 9"},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.text);
+        Grid grid;
+        ASSERT_NO_THROW(grid = parseGrid(c.text, "test"));
+        EXPECT_EQ(shown(grid), c.grid);
+        EXPECT_EQ(joined(grid.columnLabels), c.columnLabels);
+        EXPECT_EQ(joined(grid.rowLabels), c.rowLabels);
+    }
+}
+
+std::string repeated(int count, const char* text) {
+    std::string result;
+    for (int i = 0; i < count; ++i)
+        result += text;
+    return result;
+}
+
+TEST(Grid, NamesThePlaceOfAFault) {
+    struct Case {
+        std::string text;
+        int line, column;
+        const char* reason;
+    };
+    const Case cases[] = {
+        {"", 0, 0, "no numbers"},
+        {"\n \r\n", 0, 0, "no numbers"},
+        {"a,b\n", 1, 0, "no numbers"},
+        {"1,2\n3\n", 2, 2, "ends after 1 cells, the first row has 2"},
+        {"1,2\n\n3,4,5\n", 3, 3, "first row has only 2"},
+        {"1,2\r\n3,x\r\n5\r\n", 2, 2, "\"x\" stands where a number belongs"},
+        {"1,y\n3,4\n", 1, 2, "\"y\""},
+        {"1,2\nz,4\nv,w\n", 2, 1, "\"z\""},
+        {"a,b\n1,2\n\"p\nq\",3\nr,4\n", 3, 1, "\"p?q\""},
+        {"1;2\n3;4,5\n", 2, 2, "\"4,5\""},
+        {"1,1e999\n", 1, 2, "\"1e999\""},
+        {"1,-inf\n", 1, 2, "\"-inf\""},
+        {"1,0x10\n", 1, 2, "\"0x10\""},
+        {"1,2\n3,4\0\n"s, 2, 2, "\"4?\""},
+        {"1," + std::string(100, 'w'), 1, 2, "\"wwwwwwwwwwwwwwwwwwwwwwww...\""},
+        {"1,2\n3,\"4\n5,6\n", 2, 2, "never closed"},
+        {"1,\"2\"3\n", 1, 2, "follows a closing quote"},
+        {"\xFF\xFE"
+         "1\0,\0"s,
+         1, 1, "UTF-16"},
+        {repeated(1000, "1,") + "1\n", 1, 1001, "more than 1000 columns"},
+        {std::string(3'000'000, ','), 1, 1002, "more than 1000 columns"},
+        {repeated(1001, "1,2\n"), 1001, 0, "more than 1000 rows"},
+        {"1\n" + std::string(2000, '\n') + "1\n", 2002, 0, "more than 1000 rows"},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.text.substr(0, 40));
+        try {
+            parseGrid(c.text, "test");
+            ADD_FAILURE() << "was read";
+        } catch (const GridError& error) {
+            EXPECT_EQ(error.line(), c.line);
+            EXPECT_EQ(error.column(), c.column);
+            EXPECT_NE(std::string(error.what()).find(c.reason), std::string::npos) << error.what();
+        }
+    }
+}
+
+TEST(Grid, ReadsTheLargestFileWithItsLabels) {
+    std::string text = "y\\x";
+    for (int column = 0; column < 1000; ++column)
+        text += "," + std::to_string(column);
+    for (int row = 0; row < 1000; ++row) {
+        text += "\n" + std::to_string(row);
+        for (int column = 0; column < 1000; ++column)
+            text += "," + std::to_string(row * 1000 + column) + ".5";
+    }
+    support::TempFolder folder;
+    std::string file =
+        folder.write("large grid.csv", {reinterpret_cast<unsigned char*>(text.data()), text.size()});
+    Grid grid = readGrid(file);
+    ASSERT_EQ(grid.rows, 1000);
+    ASSERT_EQ(grid.columns, 1000);
+    EXPECT_EQ(grid.at(999, 998), 999998.5);
+    EXPECT_EQ(grid.columnLabels.back(), "999");
+    EXPECT_EQ(grid.rowLabels.back(), "999");
+}
+
+TEST(Grid, SaysWhichFileCannotBeRead) {
+    support::TempFolder folder;
+    for (const std::string& file : {folder.pathOf("missing.csv"), folder.pathOf("")}) {
+        try {
+            readGrid(file);
+            ADD_FAILURE() << file << " was read";
+        } catch (const GridError& error) {
+            EXPECT_EQ(std::string(error.what()).rfind(file + ": cannot be opened", 0), 0u) << error.what();
+        }
+    }
+}
+
+TEST(Grid, TakesOrRefusesWhateverBytesItGets) {
+    std::mt19937 random(11);
+    const std::string good = "x,\"a \"\"b\",c\nr1,1.5,NA\n\"r2\",-2e3,\nr3,4,5\r\n";
+    const std::string pieces[] = {"\"",    ",",    ";", "\t",   "\n", "\r",          "\0"s,
+                                  "1e999", "nan(", "-", "\xFF", ".",  "\xEF\xBB\xBF"};
+    int read = 0;
+    for (int round = 0; round < 20000; ++round) {
+        std::string text = good;
+        for (unsigned edits = random() % 6; edits > 0; --edits) {
+            std::size_t at = random() % (text.size() + 1);
+            if (random() % 3 == 0)
+                text.resize(at);
+            else
+                text.insert(at, pieces[random() % std::size(pieces)]);
+        }
+        try {
+            Grid grid = parseGrid(text, "test");
+            ++read;
+            ASSERT_EQ(grid.values.size(), static_cast<std::size_t>(grid.rows) * grid.columns);
+            ASSERT_TRUE(grid.columnLabels.empty() ||
+                        grid.columnLabels.size() == static_cast<std::size_t>(grid.columns));
+            ASSERT_TRUE(grid.rowLabels.empty() ||
+                        grid.rowLabels.size() == static_cast<std::size_t>(grid.rows));
+            for (double value : grid.values)
+                ASSERT_FALSE(std::isinf(value));
+        } catch (const GridError&) {
+        }
+    }
+    EXPECT_GT(read, 1000);
+}
+
+} // namespace

@@ -1,0 +1,172 @@
+// SPDX-License-Identifier: MIT
+#include "common/surface_mesh.h"
+
+#include <algorithm>
+#include <cmath>
+#include <gtest/gtest.h>
+#include <tuple>
+
+namespace {
+
+using namespace examples;
+
+constexpr double hole = std::numeric_limits<double>::quiet_NaN();
+
+SurfaceMesh meshOf(int rows, int columns, std::vector<double> values, MeshExtents extents = {1, 1, 1}) {
+    Grid grid;
+    grid.rows = rows;
+    grid.columns = columns;
+    grid.values = std::move(values);
+    return buildSurfaceMesh(grid, *ColourRamp::named("grey"), extents);
+}
+
+/// Twice the area of a triangle as seen from above; positive when its front looks up.
+double areaFromAbove(const SurfaceMesh& mesh, std::size_t first) {
+    const float* p[3];
+    for (int i = 0; i < 3; ++i)
+        p[i] = mesh.vertices[mesh.indices[first + i]].position;
+    return (p[1][0] - p[0][0]) * (p[2][1] - p[0][1]) - (p[2][0] - p[0][0]) * (p[1][1] - p[0][1]);
+}
+
+double totalArea(const SurfaceMesh& mesh) {
+    double area = 0;
+    for (std::size_t i = 0; i < mesh.indices.size(); i += 3)
+        area += areaFromAbove(mesh, i) / 2;
+    return area;
+}
+
+TEST(SurfaceMesh, CoversItsExtentsWithFrontsUp) {
+    std::vector<double> values;
+    for (int i = 0; i < 6 * 11; ++i)
+        values.push_back(i * 37 % 23);
+    SurfaceMesh mesh = meshOf(6, 11, values, {1, 0.5f, 0.25f});
+    ASSERT_EQ(mesh.indices.size(), 6u * 5 * 10);
+    for (std::size_t i = 0; i < mesh.indices.size(); i += 3)
+        ASSERT_GT(areaFromAbove(mesh, i), 0) << "triangle " << i / 3;
+    EXPECT_NEAR(totalArea(mesh), 1 * 0.5, 1e-6);
+    // The first number is at the far left, where the top of the table is seen from above.
+    EXPECT_NEAR(mesh.vertices[0].position[0], -0.5, 1e-6);
+    EXPECT_NEAR(mesh.vertices[0].position[1], 0.25, 1e-6);
+    auto [lowest, highest] = std::minmax_element(
+        mesh.vertices.begin(), mesh.vertices.end(),
+        [](const MeshVertex& a, const MeshVertex& b) { return a.position[2] < b.position[2]; });
+    EXPECT_FLOAT_EQ(lowest->position[2], -0.125f);
+    EXPECT_FLOAT_EQ(highest->position[2], 0.125f);
+    EXPECT_LT(lowest->colour[0], 60);
+    EXPECT_GT(highest->colour[0], 220);
+}
+
+TEST(SurfaceMesh, SquaresThatTouchAHoleStayOpen) {
+    std::vector<double> values(5 * 5, 1);
+    for (int i = 0; i < 25; ++i)
+        values[i] = i;
+    values[12] = hole; // the middle: four squares of sixteen go
+    SurfaceMesh mesh = meshOf(5, 5, values);
+    EXPECT_NEAR(totalArea(mesh), 12.0 / 16, 1e-6);
+    EXPECT_EQ(std::count(mesh.indices.begin(), mesh.indices.end(), 12u), 0);
+    values[0] = hole; // a corner: one more
+    EXPECT_NEAR(totalArea(meshOf(5, 5, values)), 11.0 / 16, 1e-6);
+}
+
+/// On a plane every normal is the plane's, at edges and beside holes too.
+TEST(SurfaceMesh, NormalsFollowThePlaneAtEdgesAndHoles) {
+    constexpr int rows = 7, columns = 9;
+    std::vector<double> values;
+    for (int row = 0; row < rows; ++row) {
+        for (int column = 0; column < columns; ++column)
+            values.push_back(3 * column + 2 * row);
+    }
+    values[2 * columns + 3] = values[4 * columns + 5] = values[4 * columns + 6] = hole;
+    SurfaceMesh mesh = meshOf(rows, columns, values, {1, 0.75f, 0.5f});
+    // z falls away from the viewer: 36 levels are 0.5 high, 24 of them lie along x and 12 along y.
+    double slopeX = 0.5 * 24 / 36, slopeY = -0.5 * 12 / 36 / 0.75, length = std::hypot(slopeX, slopeY, 1);
+    for (std::size_t i = 0; i < mesh.vertices.size(); ++i) {
+        if (std::isnan(values[i])) continue;
+        EXPECT_NEAR(mesh.vertices[i].normal[0], -slopeX / length, 1e-5) << i;
+        EXPECT_NEAR(mesh.vertices[i].normal[1], -slopeY / length, 1e-5) << i;
+        EXPECT_NEAR(mesh.vertices[i].normal[2], 1 / length, 1e-5) << i;
+    }
+}
+
+TEST(SurfaceMesh, DividesASquareAlongItsFlatterDiagonal) {
+    // A ridge must not be cut across: both triangles share it.
+    for (auto [values, from, to] :
+         {std::tuple{std::vector<double>{3, 0, 1, 3}, 0u, 3u}, {{0, 3, 3, 1}, 1u, 2u}}) {
+        SurfaceMesh mesh = meshOf(2, 2, values);
+        EXPECT_EQ(std::count(mesh.indices.begin(), mesh.indices.end(), from), 2) << from;
+        EXPECT_EQ(std::count(mesh.indices.begin(), mesh.indices.end(), to), 2) << from;
+    }
+}
+
+TEST(SurfaceMesh, DegenerateGridsAreDrawnAsFarAsTheyGo) {
+    constexpr double huge = 1.7e308;
+    struct Case {
+        const char* name;
+        int rows, columns;
+        std::vector<double> values;
+        SurfaceMesh::Kind kind;
+        std::size_t indices;
+    };
+    const Case cases[] = {
+        {"row", 1, 4, {1, 2, 3, 4}, SurfaceMesh::Kind::lines, 6},
+        {"column with a hole", 4, 1, {1, hole, 3, 4}, SurfaceMesh::Kind::lines, 2},
+        {"one number", 1, 1, {5}, SurfaceMesh::Kind::points, 1},
+        {"one hole", 1, 1, {hole}, SurfaceMesh::Kind::points, 0},
+        {"all the same", 2, 2, {5, 5, 5, 5}, SurfaceMesh::Kind::triangles, 6},
+        {"all holes", 2, 2, {hole, hole, hole, hole}, SurfaceMesh::Kind::triangles, 0},
+        {"as far apart as can be", 2, 2, {-huge, huge, 0, huge}, SurfaceMesh::Kind::triangles, 6},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        SurfaceMesh mesh = meshOf(c.rows, c.columns, c.values);
+        EXPECT_EQ(mesh.kind, c.kind);
+        EXPECT_EQ(mesh.indices.size(), c.indices);
+        for (std::uint32_t index : mesh.indices) {
+            const MeshVertex& vertex = mesh.vertices.at(index);
+            for (int i = 0; i < 3; ++i) {
+                EXPECT_LE(std::abs(vertex.position[i]), 0.5001f);
+                EXPECT_TRUE(std::isfinite(vertex.normal[i]));
+            }
+        }
+    }
+    EXPECT_EQ(meshOf(2, 2, {5, 5, 5, 5}).vertices[0].position[2], 0);
+}
+
+TEST(SurfaceMesh, ExtentsStayInTheBall) {
+    for (auto [rows, columns] : {std::pair{200, 100}, {2, 1000}, {1, 1}, {1000, 1}}) {
+        Grid grid;
+        grid.rows = rows;
+        grid.columns = columns;
+        MeshExtents extents = MeshExtents::inBall(grid, 0.6f);
+        EXPECT_NEAR(std::hypot(extents.width, extents.depth, extents.height), 1.2, 1e-5);
+        EXPECT_GE(std::min(extents.width, extents.depth), 0.15f);
+    }
+}
+
+/// CIE lightness, 0 to 100, of an sRGB colour.
+double lightness(Rgb colour) {
+    auto linear = [](unsigned char byte) {
+        double v = byte / 255.0;
+        return v <= 0.04045 ? v / 12.92 : std::pow((v + 0.055) / 1.055, 2.4);
+    };
+    double y = 0.2126 * linear(colour.red) + 0.7152 * linear(colour.green) + 0.0722 * linear(colour.blue);
+    return 116 * std::cbrt(y) - 16;
+}
+
+TEST(ColourRamp, EveryRampGetsEvenlyLighter) {
+    for (std::string_view name : ColourRamp::names()) {
+        SCOPED_TRACE(name);
+        ColourRamp ramp = *ColourRamp::named(name);
+        double whole = lightness(ramp.at(1)) - lightness(ramp.at(0));
+        EXPECT_GT(whole, 55);
+        for (int i = 0; i < 20; ++i) {
+            double step = lightness(ramp.at((i + 1) / 20.0)) - lightness(ramp.at(i / 20.0));
+            EXPECT_NEAR(step, whole / 20, whole / 20 * 0.45) << i;
+        }
+        EXPECT_EQ(lightness(ramp.at(-5)), lightness(ramp.at(0)));
+        EXPECT_EQ(lightness(ramp.at(7)), lightness(ramp.at(1)));
+    }
+    EXPECT_FALSE(ColourRamp::named("nonesuch"));
+}
+
+} // namespace
