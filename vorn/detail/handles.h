@@ -35,13 +35,27 @@ private:
     Handle m_handle = nullptr;
 };
 
-using UniqueBitmap = UniqueHandle<HBITMAP, [](HBITMAP h) { ::DeleteObject(h); }>;
-using UniqueBrush = UniqueHandle<HBRUSH, [](HBRUSH h) { ::DeleteObject(h); }>;
-using UniqueFont = UniqueHandle<HFONT, [](HFONT h) { ::DeleteObject(h); }>;
-using UniquePalette = UniqueHandle<HPALETTE, [](HPALETTE h) { ::DeleteObject(h); }>;
-using UniqueMemoryDC = UniqueHandle<HDC, [](HDC h) { ::DeleteDC(h); }>;
-using UniqueGlobal = UniqueHandle<HGLOBAL, [](HGLOBAL h) { ::GlobalFree(h); }>;
-using UniqueEnhMetaFile = UniqueHandle<HENHMETAFILE, [](HENHMETAFILE h) { ::DeleteEnhMetaFile(h); }>;
+// Functions, not lambdas: a lambda would give the owner another type in every source.
+inline void deleteObject(HGDIOBJ object) {
+    ::DeleteObject(object);
+}
+inline void deleteDC(HDC dc) {
+    ::DeleteDC(dc);
+}
+inline void freeGlobal(HGLOBAL block) {
+    ::GlobalFree(block);
+}
+inline void deleteEnhMetaFile(HENHMETAFILE metafile) {
+    ::DeleteEnhMetaFile(metafile);
+}
+
+using UniqueBitmap = UniqueHandle<HBITMAP, deleteObject>;
+using UniqueBrush = UniqueHandle<HBRUSH, deleteObject>;
+using UniqueFont = UniqueHandle<HFONT, deleteObject>;
+using UniquePalette = UniqueHandle<HPALETTE, deleteObject>;
+using UniqueMemoryDC = UniqueHandle<HDC, deleteDC>;
+using UniqueGlobal = UniqueHandle<HGLOBAL, freeGlobal>;
+using UniqueEnhMetaFile = UniqueHandle<HENHMETAFILE, deleteEnhMetaFile>;
 
 /// The DC of a window (of the whole screen for null), released with the window that it came from.
 class WindowDC {
@@ -84,7 +98,8 @@ public:
     SelectedPalette(HDC dc, HPALETTE palette, BOOL forceBackground = FALSE) : m_dc(dc) {
         if (palette == nullptr) return;
         m_old = ::SelectPalette(dc, palette, forceBackground);
-        ::RealizePalette(dc);
+        const UINT realised = ::RealizePalette(dc);
+        if (realised != GDI_ERROR) m_realised = realised;
     }
     ~SelectedPalette() {
         if (m_old != nullptr) ::SelectPalette(m_dc, m_old, FALSE);
@@ -92,9 +107,13 @@ public:
     SelectedPalette(const SelectedPalette&) = delete;
     SelectedPalette& operator=(const SelectedPalette&) = delete;
 
+    /// How many entries realising the palette changed.
+    UINT realised() const { return m_realised; }
+
 private:
     HDC m_dc;
     HPALETTE m_old = nullptr;
+    UINT m_realised = 0;
 };
 
 /// Memory from the C heap, for buffers whose interface says that they are freed there.
