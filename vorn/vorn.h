@@ -15,4 +15,5 @@
 #include "vorn/overlays/toolbar.h"
 #include "vorn/view/lighting.h"
 #include "vorn/view/mapping.h"
+#include "vorn/view/rendering_context.h"
 #include "vorn/view/user_rotation.h"
