@@ -161,9 +161,9 @@ private:
         int nLength;
         int nCapacity;
     };
-    struct EmptyBlock;
 
     Header* header() const noexcept { return reinterpret_cast<Header*>(m_pchData) - 1; }
+    static char* emptyData() noexcept;
     void formatArguments(LPCTSTR pszFormat, ...);
     void assign(LPCTSTR pch, size_t nLength);
     void append(LPCTSTR pch, size_t nLength);
@@ -171,7 +171,6 @@ private:
     void assignWide(LPCWSTR pch, size_t nLength);
     void reserve(size_t nLength);
     void setLength(size_t nLength) noexcept;
-    CString& trim(LPCTSTR pszTargets, bool left, bool right);
 
     char* m_pchData;
 };
