@@ -27,11 +27,18 @@ constexpr WORD maxClassName = 63;
 
 } // namespace
 
-CRuntimeClass CObject::classCObject = {"CObject", sizeof(CObject), 0xFFFF, nullptr, &CObject::_GetBaseClass, nullptr};
+CRuntimeClass CObject::classCObject = {"CObject", sizeof(CObject),         0xFFFF,
+                                       nullptr,   &CObject::_GetBaseClass, nullptr};
 
-CRuntimeClass* PASCAL CObject::_GetBaseClass() { return nullptr; }
-CRuntimeClass* PASCAL CObject::GetThisClass() { return &classCObject; }
-CRuntimeClass* CObject::GetRuntimeClass() const { return &classCObject; }
+CRuntimeClass* PASCAL CObject::_GetBaseClass() {
+    return nullptr;
+}
+CRuntimeClass* PASCAL CObject::GetThisClass() {
+    return &classCObject;
+}
+CRuntimeClass* CObject::GetRuntimeClass() const {
+    return &classCObject;
+}
 
 CObject::~CObject() = default;
 void CObject::Serialize(CArchive&) {}
@@ -41,8 +48,12 @@ void CObject::Dump(CDumpContext& dc) const {
     dc << "a " << GetRuntimeClass()->m_lpszClassName << " at " << static_cast<const void*>(this) << "\n";
 }
 
-BOOL CObject::IsSerializable() const { return GetRuntimeClass()->m_wSchema != 0xFFFF; }
-BOOL CObject::IsKindOf(const CRuntimeClass* pClass) const { return GetRuntimeClass()->IsDerivedFrom(pClass); }
+BOOL CObject::IsSerializable() const {
+    return GetRuntimeClass()->m_wSchema != 0xFFFF;
+}
+BOOL CObject::IsKindOf(const CRuntimeClass* pClass) const {
+    return GetRuntimeClass()->IsDerivedFrom(pClass);
+}
 
 AFX_CLASSINIT::AFX_CLASSINIT(CRuntimeClass* pNewClass) : m_pClass(pNewClass) {
     ClassList& list = classList();
@@ -113,7 +124,9 @@ CObject* AFXAPI AfxDynamicDownCast(CRuntimeClass* pClass, CObject* pObject) {
     return pObject != nullptr && pObject->IsKindOf(pClass) ? pObject : nullptr;
 }
 
-void AFXAPI AfxOutputDebugString(LPCTSTR lpsz) { ::OutputDebugStringA(lpsz); }
+void AFXAPI AfxOutputDebugString(LPCTSTR lpsz) {
+    ::OutputDebugStringA(lpsz);
+}
 
 void AFXAPI AfxAssertFailedLine(LPCSTR lpszFileName, int nLine) {
     char text[512];
@@ -128,14 +141,16 @@ void AFXAPI AfxAssertFailedLine(LPCSTR lpszFileName, int nLine) {
 }
 
 BOOL AFXAPI AfxIsValidAddress(const void* lp, UINT_PTR nBytes, BOOL bReadWrite) {
-    constexpr DWORD writable = PAGE_READWRITE | PAGE_WRITECOPY | PAGE_EXECUTE_READWRITE | PAGE_EXECUTE_WRITECOPY;
+    constexpr DWORD writable =
+        PAGE_READWRITE | PAGE_WRITECOPY | PAGE_EXECUTE_READWRITE | PAGE_EXECUTE_WRITECOPY;
     constexpr DWORD readable = writable | PAGE_READONLY | PAGE_EXECUTE_READ;
     const auto* at = static_cast<const char*>(lp);
     UINT_PTR left = std::max<UINT_PTR>(nBytes, 1);
     while (left > 0) {
         MEMORY_BASIC_INFORMATION info{};
         if (::VirtualQuery(at, &info, sizeof info) == 0 || info.State != MEM_COMMIT) return FALSE;
-        if ((info.Protect & PAGE_GUARD) != 0 || (info.Protect & (bReadWrite ? writable : readable)) == 0) return FALSE;
+        if ((info.Protect & PAGE_GUARD) != 0 || (info.Protect & (bReadWrite ? writable : readable)) == 0)
+            return FALSE;
         const char* const end = static_cast<const char*>(info.BaseAddress) + info.RegionSize;
         const auto here = static_cast<UINT_PTR>(end - at);
         left -= std::min(left, here);

@@ -15,9 +15,15 @@ namespace {
 /// The most characters a string may have: the block's size stays an int with room for the rest.
 constexpr size_t maxLength = INT_MAX - 64;
 
-size_t lengthOf(LPCTSTR psz) { return psz == nullptr ? 0 : std::strlen(psz); }
-size_t lengthOf(LPCWSTR psz) { return psz == nullptr ? 0 : std::wcslen(psz); }
-size_t atLeastZero(int value) { return static_cast<size_t>(std::max(value, 0)); }
+size_t lengthOf(LPCTSTR psz) {
+    return psz == nullptr ? 0 : std::strlen(psz);
+}
+size_t lengthOf(LPCWSTR psz) {
+    return psz == nullptr ? 0 : std::wcslen(psz);
+}
+size_t atLeastZero(int value) {
+    return static_cast<size_t>(std::max(value, 0));
+}
 
 } // namespace
 
@@ -31,7 +37,9 @@ char* CString::emptyData() noexcept {
 
 CString::CString() noexcept : m_pchData(emptyData()) {}
 
-CString::CString(const CString& strSrc) : CString() { append(strSrc.m_pchData, atLeastZero(strSrc.GetLength())); }
+CString::CString(const CString& strSrc) : CString() {
+    append(strSrc.m_pchData, atLeastZero(strSrc.GetLength()));
+}
 
 CString::CString(CString&& strSrc) noexcept : m_pchData(std::exchange(strSrc.m_pchData, emptyData())) {}
 
@@ -43,13 +51,19 @@ CString::CString(LPCTSTR pszSrc) : CString() {
     append(pszSrc, lengthOf(pszSrc));
 }
 
-CString::CString(LPCWSTR pszSrc) : CString() { assignWide(pszSrc, lengthOf(pszSrc)); }
+CString::CString(LPCWSTR pszSrc) : CString() {
+    assignWide(pszSrc, lengthOf(pszSrc));
+}
 
 CString::CString(const unsigned char* pszSrc) : CString(reinterpret_cast<LPCTSTR>(pszSrc)) {}
 
-CString::CString(LPCTSTR pchSrc, int nLength) : CString() { append(pchSrc, atLeastZero(nLength)); }
+CString::CString(LPCTSTR pchSrc, int nLength) : CString() {
+    append(pchSrc, atLeastZero(nLength));
+}
 
-CString::CString(LPCWSTR pchSrc, int nLength) : CString() { assignWide(pchSrc, atLeastZero(nLength)); }
+CString::CString(LPCWSTR pchSrc, int nLength) : CString() {
+    assignWide(pchSrc, atLeastZero(nLength));
+}
 
 CString::CString(TCHAR ch, int nRepeat) : CString() {
     if (nRepeat > 0) std::memset(GetBufferSetLength(nRepeat), ch, static_cast<size_t>(nRepeat));
@@ -79,7 +93,9 @@ CString& CString::operator=(LPCWSTR pszSrc) {
     return *this;
 }
 
-CString& CString::operator=(const unsigned char* pszSrc) { return *this = reinterpret_cast<LPCTSTR>(pszSrc); }
+CString& CString::operator=(const unsigned char* pszSrc) {
+    return *this = reinterpret_cast<LPCTSTR>(pszSrc);
+}
 
 CString& CString::operator=(TCHAR ch) {
     assign(&ch, 1);
@@ -101,22 +117,38 @@ CString& CString::operator+=(TCHAR ch) {
     return *this;
 }
 
-void CString::Append(LPCTSTR pszSrc) { append(pszSrc, lengthOf(pszSrc)); }
-void CString::Append(LPCTSTR pchSrc, int nLength) { append(pchSrc, atLeastZero(nLength)); }
-void CString::AppendChar(TCHAR ch) { append(&ch, 1); }
-void CString::SetString(LPCTSTR pszSrc) { assign(pszSrc, lengthOf(pszSrc)); }
-void CString::SetString(LPCTSTR pchSrc, int nLength) { assign(pchSrc, atLeastZero(nLength)); }
+void CString::Append(LPCTSTR pszSrc) {
+    append(pszSrc, lengthOf(pszSrc));
+}
+void CString::Append(LPCTSTR pchSrc, int nLength) {
+    append(pchSrc, atLeastZero(nLength));
+}
+void CString::AppendChar(TCHAR ch) {
+    append(&ch, 1);
+}
+void CString::SetString(LPCTSTR pszSrc) {
+    assign(pszSrc, lengthOf(pszSrc));
+}
+void CString::SetString(LPCTSTR pchSrc, int nLength) {
+    assign(pchSrc, atLeastZero(nLength));
+}
 
-void CString::Empty() noexcept { *this = CString(); }
+void CString::Empty() noexcept {
+    *this = CString();
+}
 
 void CString::SetAt(int iChar, TCHAR ch) {
     ASSERT(iChar >= 0 && iChar < GetLength());
     m_pchData[iChar] = ch;
 }
 
-void CString::assign(LPCTSTR pch, size_t nLength) { replaceRange(0, atLeastZero(GetLength()), pch, nLength); }
+void CString::assign(LPCTSTR pch, size_t nLength) {
+    replaceRange(0, atLeastZero(GetLength()), pch, nLength);
+}
 
-void CString::append(LPCTSTR pch, size_t nLength) { replaceRange(atLeastZero(GetLength()), 0, pch, nLength); }
+void CString::append(LPCTSTR pch, size_t nLength) {
+    replaceRange(atLeastZero(GetLength()), 0, pch, nLength);
+}
 
 /// Puts `nNew` characters in the place of `nOld` from `nFirst` on; the new ones may lie in this very string.
 void CString::replaceRange(size_t nFirst, size_t nOld, LPCTSTR pch, size_t nNew) {
@@ -139,10 +171,12 @@ void CString::replaceRange(size_t nFirst, size_t nOld, LPCTSTR pch, size_t nNew)
 void CString::assignWide(LPCWSTR pch, size_t nLength) {
     if (nLength > maxLength) AfxThrowMemoryException();
     const int source = static_cast<int>(nLength);
-    const int needed = source == 0 ? 0 : ::WideCharToMultiByte(CP_ACP, 0, pch, source, nullptr, 0, nullptr, nullptr);
+    const int needed =
+        source == 0 ? 0 : ::WideCharToMultiByte(CP_ACP, 0, pch, source, nullptr, 0, nullptr, nullptr);
     CString converted;
     if (needed > 0) {
-        ::WideCharToMultiByte(CP_ACP, 0, pch, source, converted.GetBufferSetLength(needed), needed, nullptr, nullptr);
+        ::WideCharToMultiByte(CP_ACP, 0, pch, source, converted.GetBufferSetLength(needed), needed, nullptr,
+                              nullptr);
     }
     *this = std::move(converted);
 }
@@ -169,7 +203,9 @@ void CString::setLength(size_t nLength) noexcept {
     m_pchData[nLength] = '\0';
 }
 
-LPTSTR CString::GetBuffer() { return GetBuffer(GetLength()); }
+LPTSTR CString::GetBuffer() {
+    return GetBuffer(GetLength());
+}
 
 LPTSTR CString::GetBuffer(int nMinBufferLength) {
     // Even an empty buffer is the caller's to write to, so the shared empty one will not do.
@@ -188,7 +224,9 @@ void CString::ReleaseBuffer(int nNewLength) {
     setLength(nNewLength < 0 ? strnlen(m_pchData, capacity) : std::min(atLeastZero(nNewLength), capacity));
 }
 
-void CString::Preallocate(int nLength) { reserve(atLeastZero(nLength)); }
+void CString::Preallocate(int nLength) {
+    reserve(atLeastZero(nLength));
+}
 
 void CString::Truncate(int nNewLength) {
     setLength(std::min(atLeastZero(nNewLength), static_cast<size_t>(GetLength())));
@@ -222,7 +260,9 @@ void CString::FormatV(LPCTSTR pszFormat, va_list args) {
     *this = std::move(result);
 }
 
-BOOL CString::LoadString(UINT nID) { return LoadString(AfxFindResourceHandle(MAKEINTRESOURCE(nID / 16 + 1), RT_STRING), nID); }
+BOOL CString::LoadString(UINT nID) {
+    return LoadString(AfxFindResourceHandle(MAKEINTRESOURCE(nID / 16 + 1), RT_STRING), nID);
+}
 
 BOOL CString::LoadString(HINSTANCE hInstance, UINT nID) {
     LPCWSTR text = nullptr; // with a buffer size of 0 the system gives the resource itself, not terminated
@@ -247,12 +287,20 @@ BSTR CString::SetSysString(BSTR* pbstr) const {
     return fresh;
 }
 
-CString AFXAPI operator+(const CString& str1, const CString& str2) { return std::move(CString(str1) += str2); }
-CString AFXAPI operator+(const CString& str1, LPCTSTR psz2) { return std::move(CString(str1) += psz2); }
+CString AFXAPI operator+(const CString& str1, const CString& str2) {
+    return std::move(CString(str1) += str2);
+}
+CString AFXAPI operator+(const CString& str1, LPCTSTR psz2) {
+    return std::move(CString(str1) += psz2);
+}
 CString AFXAPI operator+(LPCTSTR psz1, const CString& str2) {
     CString result;
     result += psz1;
     return result += str2;
 }
-CString AFXAPI operator+(const CString& str1, TCHAR ch2) { return std::move(CString(str1) += ch2); }
-CString AFXAPI operator+(TCHAR ch1, const CString& str2) { return std::move(CString(ch1) += str2); }
+CString AFXAPI operator+(const CString& str1, TCHAR ch2) {
+    return std::move(CString(str1) += ch2);
+}
+CString AFXAPI operator+(TCHAR ch1, const CString& str2) {
+    return std::move(CString(ch1) += str2);
+}

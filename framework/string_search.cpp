@@ -11,13 +11,23 @@ namespace {
 
 constexpr LPCTSTR whitespace = " \t\n\v\f\r";
 
-std::string_view view(const CString& text) { return {text.GetString(), static_cast<size_t>(text.GetLength())}; }
-std::string_view view(LPCTSTR text) { return text == nullptr ? std::string_view() : std::string_view(text); }
-CString toString(std::string_view text) { return {text.data(), static_cast<int>(text.size())}; }
-int toIndex(size_t position) { return position == std::string_view::npos ? -1 : static_cast<int>(position); }
+std::string_view view(const CString& text) {
+    return {text.GetString(), static_cast<size_t>(text.GetLength())};
+}
+std::string_view view(LPCTSTR text) {
+    return text == nullptr ? std::string_view() : std::string_view(text);
+}
+CString toString(std::string_view text) {
+    return {text.data(), static_cast<int>(text.size())};
+}
+int toIndex(size_t position) {
+    return position == std::string_view::npos ? -1 : static_cast<int>(position);
+}
 
 /// char_traits compares as unsigned characters, which is the order promised.
-int compare(std::string_view left, std::string_view right) { return left.compare(right); }
+int compare(std::string_view left, std::string_view right) {
+    return left.compare(right);
+}
 
 /// By the rules of the locale, piece by piece between embedded nulls' worth of plain length.
 int collate(const CString& left, LPCTSTR right, DWORD flags) {
@@ -37,27 +47,41 @@ CString& trim(CString& text, std::string_view targets, bool left, bool right) {
 
 } // namespace
 
-bool AFXAPI operator==(const CString& str1, const CString& str2) noexcept { return view(str1) == view(str2); }
-bool AFXAPI operator<(const CString& str1, const CString& str2) noexcept { return view(str1) < view(str2); }
+bool AFXAPI operator==(const CString& str1, const CString& str2) noexcept {
+    return view(str1) == view(str2);
+}
+bool AFXAPI operator<(const CString& str1, const CString& str2) noexcept {
+    return view(str1) < view(str2);
+}
 
-int CString::Compare(LPCTSTR psz) const { return compare(view(*this), view(psz)); }
+int CString::Compare(LPCTSTR psz) const {
+    return compare(view(*this), view(psz));
+}
 
 int CString::CompareNoCase(LPCTSTR psz) const {
     CString left(*this), right(view(psz).data(), static_cast<int>(view(psz).size()));
     return compare(view(left.MakeLower()), view(right.MakeLower()));
 }
 
-int CString::Collate(LPCTSTR psz) const { return collate(*this, psz, 0); }
-int CString::CollateNoCase(LPCTSTR psz) const { return collate(*this, psz, NORM_IGNORECASE); }
+int CString::Collate(LPCTSTR psz) const {
+    return collate(*this, psz, 0);
+}
+int CString::CollateNoCase(LPCTSTR psz) const {
+    return collate(*this, psz, NORM_IGNORECASE);
+}
 
-CString CString::Mid(int iFirst) const { return Mid(iFirst, GetLength()); }
+CString CString::Mid(int iFirst) const {
+    return Mid(iFirst, GetLength());
+}
 
 CString CString::Mid(int iFirst, int nCount) const {
     const int first = std::clamp(iFirst, 0, GetLength());
     return {m_pchData + first, std::clamp(nCount, 0, GetLength() - first)};
 }
 
-CString CString::Left(int nCount) const { return Mid(0, nCount); }
+CString CString::Left(int nCount) const {
+    return Mid(0, nCount);
+}
 
 CString CString::Right(int nCount) const {
     const int count = std::clamp(nCount, 0, GetLength());
@@ -91,11 +115,16 @@ int CString::Find(TCHAR ch, int iStart) const {
 }
 
 int CString::Find(LPCTSTR pszSub, int iStart) const {
-    return iStart < 0 || pszSub == nullptr ? -1 : toIndex(view(*this).find(pszSub, static_cast<size_t>(iStart)));
+    return iStart < 0 || pszSub == nullptr ? -1
+                                           : toIndex(view(*this).find(pszSub, static_cast<size_t>(iStart)));
 }
 
-int CString::ReverseFind(TCHAR ch) const { return toIndex(view(*this).rfind(ch)); }
-int CString::FindOneOf(LPCTSTR pszCharSet) const { return toIndex(view(*this).find_first_of(view(pszCharSet))); }
+int CString::ReverseFind(TCHAR ch) const {
+    return toIndex(view(*this).rfind(ch));
+}
+int CString::FindOneOf(LPCTSTR pszCharSet) const {
+    return toIndex(view(*this).find_first_of(view(pszCharSet)));
+}
 
 CString& CString::MakeUpper() {
     if (!IsEmpty()) ::CharUpperBuffA(m_pchData, static_cast<DWORD>(GetLength()));
@@ -112,15 +141,33 @@ CString& CString::MakeReverse() {
     return *this;
 }
 
-CString& CString::TrimLeft() { return trim(*this, whitespace, true, false); }
-CString& CString::TrimLeft(TCHAR chTarget) { return trim(*this, {&chTarget, 1}, true, false); }
-CString& CString::TrimLeft(LPCTSTR pszTargets) { return trim(*this, view(pszTargets), true, false); }
-CString& CString::TrimRight() { return trim(*this, whitespace, false, true); }
-CString& CString::TrimRight(TCHAR chTarget) { return trim(*this, {&chTarget, 1}, false, true); }
-CString& CString::TrimRight(LPCTSTR pszTargets) { return trim(*this, view(pszTargets), false, true); }
-CString& CString::Trim() { return trim(*this, whitespace, true, true); }
-CString& CString::Trim(TCHAR chTarget) { return trim(*this, {&chTarget, 1}, true, true); }
-CString& CString::Trim(LPCTSTR pszTargets) { return trim(*this, view(pszTargets), true, true); }
+CString& CString::TrimLeft() {
+    return trim(*this, whitespace, true, false);
+}
+CString& CString::TrimLeft(TCHAR chTarget) {
+    return trim(*this, {&chTarget, 1}, true, false);
+}
+CString& CString::TrimLeft(LPCTSTR pszTargets) {
+    return trim(*this, view(pszTargets), true, false);
+}
+CString& CString::TrimRight() {
+    return trim(*this, whitespace, false, true);
+}
+CString& CString::TrimRight(TCHAR chTarget) {
+    return trim(*this, {&chTarget, 1}, false, true);
+}
+CString& CString::TrimRight(LPCTSTR pszTargets) {
+    return trim(*this, view(pszTargets), false, true);
+}
+CString& CString::Trim() {
+    return trim(*this, whitespace, true, true);
+}
+CString& CString::Trim(TCHAR chTarget) {
+    return trim(*this, {&chTarget, 1}, true, true);
+}
+CString& CString::Trim(LPCTSTR pszTargets) {
+    return trim(*this, view(pszTargets), true, true);
+}
 
 int CString::Replace(TCHAR chOld, TCHAR chNew) {
     int count = 0;
@@ -169,6 +216,7 @@ int CString::Insert(int iIndex, LPCTSTR psz) {
 
 int CString::Delete(int iIndex, int nCount) {
     const int first = std::clamp(iIndex, 0, GetLength());
-    replaceRange(static_cast<size_t>(first), static_cast<size_t>(std::clamp(nCount, 0, GetLength() - first)), "", 0);
+    replaceRange(static_cast<size_t>(first), static_cast<size_t>(std::clamp(nCount, 0, GetLength() - first)),
+                 "", 0);
     return GetLength();
 }

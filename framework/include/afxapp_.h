@@ -93,18 +93,18 @@ public:
     HINSTANCE m_hInstance = nullptr;
     LPTSTR m_lpCmdLine = nullptr; ///< The command line without the program's name.
     int m_nCmdShow = SW_SHOWNORMAL;
-    // Names for titles, the profile and help. Those set by a program are its own to keep alive.
-    LPCTSTR m_pszAppName = nullptr;
-    LPCTSTR m_pszExeName = nullptr;
-    LPCTSTR m_pszProfileName = nullptr;
+    // These strings are the object's, from the C heap: to change one, `free` it and set a `_strdup`.
+    LPCTSTR m_pszAppName = nullptr; ///< Titles message boxes; after SetRegistryKey also the profile's name.
+    LPCTSTR m_pszExeName = nullptr; ///< The module's file name without folder and extension.
+    LPCTSTR m_pszProfileName = nullptr; ///< By default the file name with ".INI".
     LPCTSTR m_pszRegistryKey = nullptr;
 
 private:
-    friend VORNAFX_API BOOL AFXAPI AfxWinInit(HINSTANCE, HINSTANCE, LPTSTR, int);
-    void setDefaultNames();
+    void setNames(LPCTSTR lpszAppName);
 
     AFX_MODULE_STATE* m_pModuleState;
-    CString m_strOwnAppName, m_strExeName, m_strProfileName, m_strRegistryKey;
+
+    CWinApp* m_pPreviousApp; // the module's application object before this one
     int m_nWaitCursorCount = 0;
     HCURSOR m_hCursorBeforeWait = nullptr;
 };

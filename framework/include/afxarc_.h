@@ -15,7 +15,8 @@ public:
 
     /// The file stays the caller's and must outlive the archive. `lpBuf`, when given, has `nBufSize` bytes.
     CArchive(CFile* pFile, UINT nMode, int nBufSize = 4096, void* lpBuf = nullptr);
-    /// Closes, unless `bNoFlushOnDelete` was given.
+    /// Closes, unless `bNoFlushOnDelete` was given. A failure to write goes unnoticed here: call `Close` to
+    /// learn of it.
     ~CArchive();
     CArchive(const CArchive&) = delete;
     CArchive& operator=(const CArchive&) = delete;
@@ -25,8 +26,8 @@ public:
     BOOL IsByteSwapping() const { return FALSE; }
     BOOL IsBufferEmpty() const { return m_nBufCur == m_nBufEnd; }
     CFile* GetFile() const { return m_pFile; }
-    /// The schema with which the object being read was stored, -1 unless its class is versionable. Asking
-    /// forgets it.
+    /// The schema with which the object being read was stored; -1 when asked again or when none is being
+    /// read.
     UINT GetObjectSchema();
     void SetObjectSchema(UINT nSchema) { m_nObjectSchema = nSchema; }
 
@@ -41,13 +42,14 @@ public:
     /// Lets go of the file without writing what is still buffered; no exception.
     void Abort();
 
-    /// One line without its end, which is CR, LF or both; the first form stops at `nMax` - 1 characters. Null
-    /// or FALSE at the end of the file.
+    /// One line without its end, which is CR, LF or both. The first form stops after `nMax` characters, and
+    /// the buffer has room for one more. Null or FALSE at the end of the file.
     LPTSTR ReadString(LPTSTR lpsz, UINT nMax);
     BOOL ReadString(CString& rString);
     void WriteString(LPCTSTR lpsz);
 
-    /// An object and all it refers to; each is stored once. What ReadObject returns is the caller's.
+    /// An object and all it refers to; each is stored once. What ReadObject returns is the caller's. An
+    /// object that cannot be read to its end is deleted. Objects nest up to 1000 deep.
     CObject* ReadObject(const CRuntimeClass* pClass);
     void WriteObject(const CObject* pOb);
     /// Makes an object known that other objects in the archive refer to although it is not stored itself.
@@ -117,9 +119,13 @@ private:
     void writeStringLength(size_t nLength);
     ULONGLONG readStringLength(bool& bWide);
     bool readChar(char& ch);
-    UINT fill();
+    bool fill();
+    void endLine(char ch);
     ObjectTables& tables();
-    void requireMode(bool bLoading) const;
+    void requireLoading() const;
+    void requireStoring() const;
+    void writeTag(DWORD nTag, bool bClass);
+    void remember(const void* pThing);
     [[noreturn]] void fail(int cause) const;
 
     CFile* m_pFile;
@@ -130,6 +136,7 @@ private:
     UINT m_nBufCur = 0; // storing: bytes waiting; loading: next byte to hand out
     UINT m_nBufEnd = 0; // loading: end of the bytes read ahead
     UINT m_nObjectSchema = static_cast<UINT>(-1);
+    UINT m_nDepth = 0;
     std::unique_ptr<ObjectTables> m_pTables;
 };
 

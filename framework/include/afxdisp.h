@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <oleauto.h>
-
 #include "afx.h"
+
+#include <oleauto.h>
 
 using LPCVARIANT = const VARIANT*;
 

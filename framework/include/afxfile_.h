@@ -11,7 +11,7 @@ struct CFileStatus {
 };
 
 /// A file read and written in bytes, without buffering. Failures other than those of `Open` throw
-/// `CFileException*`. The destructor closes the handle, whoever opened it.
+/// `CFileException*`. The destructor closes what the object has opened itself.
 class VORNAFX_API CFile : public CObject {
     DECLARE_DYNAMIC(CFile)
 public:
@@ -48,6 +48,7 @@ public:
     static const HANDLE hFileNull;
 
     CFile();
+    /// Uses an open file; the handle stays the caller's to close, unless `Close` is called.
     explicit CFile(HANDLE hFile);
     /// Opens, or throws.
     CFile(LPCTSTR lpszFileName, UINT nOpenFlags);
@@ -95,8 +96,7 @@ protected:
     CString m_strFileName;
 
 private:
-    void open(LPCTSTR lpszFileName, UINT nOpenFlags);
-    [[noreturn]] void fail(LONG lOsError) const;
+    [[noreturn]] void fail() const;
 };
 
 /// A file in memory. Memory that it allocates is its own and grows by `nGrowBytes` steps.
@@ -109,9 +109,9 @@ public:
     CMemFile(BYTE* lpBuffer, UINT nBufferSize, UINT nGrowBytes = 0);
     ~CMemFile() override;
 
-    /// Works on the caller's block. With `nGrowBytes` 0 the file has the block's size and contents and cannot
-    /// grow; otherwise it is empty, and the block, from the C heap, is reallocated as needed and freed with
-    /// the file.
+    /// Works on the caller's block, which stays the caller's to free. With `nGrowBytes` 0 the file has the
+    /// block's size and contents and cannot grow. Otherwise it starts empty, and the block must come from the
+    /// C heap: it is reallocated as needed, so take it back with `Detach`.
     void Attach(BYTE* lpBuffer, UINT nBufferSize, UINT nGrowBytes = 0);
     /// Closes the file and hands its block to the caller, to free with `free`.
     BYTE* Detach();
@@ -138,13 +138,15 @@ protected:
     virtual BYTE* Memcpy(BYTE* lpMemTarget, const BYTE* lpMemSource, SIZE_T nBytes);
     virtual void Free(BYTE* lpMem);
     virtual void GrowFile(SIZE_T dwNewLen);
-
     SIZE_T m_nGrowBytes;
     SIZE_T m_nPosition;
     SIZE_T m_nBufferSize;
     SIZE_T m_nFileSize;
     BYTE* m_lpBuffer;
     BOOL m_bAutoDelete;
+
+private:
+    void extend(ULONGLONG dwNewLen);
 };
 
 /// Where `Dump` writes: a file, or the debugger.

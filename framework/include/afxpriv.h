@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
-#include <objidl.h>
-
 #include "afx.h"
+
+#include <objidl.h>
 
 /// An OLE stream over an archive, for functions that take one. Lives on the stack of whoever makes it:
 /// counting references does not delete it. The archive stays the caller's.

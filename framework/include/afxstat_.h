@@ -22,7 +22,8 @@ public:
 
 /// The state in use on this thread: what was set last, the program's own before that.
 VORNAFX_API AFX_MODULE_STATE* AFXAPI AfxGetModuleState();
-/// Makes a state current on this thread (null: the program's own); returns the one before.
+/// Makes a state current on this thread (null: the program's own); returns what was set before (null
+/// likewise).
 VORNAFX_API AFX_MODULE_STATE* AFXAPI AfxSetModuleState(AFX_MODULE_STATE* pNewState);
 /// The program's own state.
 VORNAFX_API AFX_MODULE_STATE* AFXAPI AfxGetAppModuleState();
@@ -32,6 +33,8 @@ AFX_MODULE_STATE* AFXAPI AfxGetStaticModuleState();
 namespace vornafx {
 /// The state of the module that holds an address (code or static data); the program's when no module does.
 VORNAFX_API AFX_MODULE_STATE* moduleStateOf(const void* address);
+/// Puts a module's state back into its first condition, for when the module is loaded again.
+VORNAFX_API void moduleUnloaded(AFX_MODULE_STATE* state);
 } // namespace vornafx
 
 /// Makes a module's state current on this thread for the length of a scope.
