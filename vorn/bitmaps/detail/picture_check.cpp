@@ -184,6 +184,11 @@ bool isSoundIcon(Bytes file) {
 
 } // namespace
 
+uint64_t bitmapPixelOffset(Bytes header) {
+    auto layout = bitmapLayout(header);
+    return layout ? layout->pixelOffset : 0;
+}
+
 PictureState checkPicture(Bytes bytes) {
     auto state = [](bool sound) { return sound ? PictureState::sound : PictureState::broken; };
     if (startsWith(bytes, "BM", 2)) return state(isSoundBitmap(bytes));

@@ -16,8 +16,12 @@ enum class PictureState {
     broken,  ///< cut off, contradictory or too large
 };
 
-/// Checks the bytes of a BMP, GIF, JPEG, PNG, icon, cursor or metafile before a system loader sees them:
-/// those loaders trust the sizes and offsets in a file more than they should.
+/// Checks the bytes of a BMP, GIF, JPEG, PNG, icon or cursor file before a system loader sees them: those
+/// loaders trust the sizes and offsets in a file more than they should.
 PictureState checkPicture(std::span<const BYTE> bytes);
+
+/// Bytes from the beginning of a bitmap header to the pixels behind its colour table; 0 for a header that
+/// contradicts itself or that the bytes do not hold.
+uint64_t bitmapPixelOffset(std::span<const BYTE> header);
 
 } // namespace vorn::detail
