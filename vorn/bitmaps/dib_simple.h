@@ -24,8 +24,8 @@ public:
     /// Copies the section to (x, y) of the DC. As a side effect the DC's colour adjustment loses its
     /// colourfulness: the next halftone stretch on that DC comes out grey.
     void Draw(CDC* pDC, int x, int y);
-    /// Sends the section's pixels to (x, y) of the DC, read as the caller's header says, which must not
-    /// describe more pixels than the section has. The DC is left in halftone stretch mode.
+    /// Sends the section's pixels to (x, y) of the DC, read as the caller's header says; a header that
+    /// describes more bytes than the section has draws nothing. The DC is left in halftone stretch mode.
     void Draw(CDC* pDC, int x, int y, BITMAPINFO* pBMI);
     /// Makes the palette's entries the section's colour table.
     void SetPalette(CPalette* pPal);

@@ -5,6 +5,7 @@
 #include "vorn/bitmaps/dib.h"
 
 #include <afxwin.h>
+#include <concepts>
 
 /// A 24-bit bitmap that GDI can draw into and whose pixels can be touched directly: a DIB section selected
 /// into a memory DC of its own. The inherited `GetBitsAddress` is the section's memory, which lives as long
@@ -12,7 +13,7 @@
 /// pixels.
 ///
 ///     CvornDIBSurface surface;
-///     if (surface.Create(640, 480, static_cast<HPALETTE>(nullptr))) {
+///     if (surface.Create(640, 480, nullptr)) {
 ///         surface.GetDC()->FillSolidRect(0, 0, 640, 480, RGB(255, 255, 255));
 ///         surface.Draw(&dc);
 ///     }
@@ -29,9 +30,13 @@ public:
     CvornDIBSurface& operator=(const CvornDIBSurface&) = delete;
 
     /// Makes the bitmap, `cx` x `cy` pixels, and releases a previous one. The palette may be null and is not
-    /// owned; its entries fill the colour table. Returns 0 on failure; the surface is then empty.
+    /// owned; its entries fill the colour table. Returns 0, with nothing changed, on failure.
     BOOL Create(int cx, int cy, HPALETTE hPal);
-    BOOL Create(int cx, int cy, CPalette* pPal);
+    /// The same with a palette object. A template, so that a plain null means the handle.
+    template <std::derived_from<CPalette> Palette>
+    BOOL Create(int cx, int cy, Palette* pPal) {
+        return Create(cx, cy, static_cast<HPALETTE>(pPal == nullptr ? nullptr : pPal->m_hObject));
+    }
 
     /// Takes size and palette from a BMP file (asked for in a file dialog when the name is null or empty) and
     /// copies the file's rows into the surface, one byte a pixel: only the first width bytes of each
@@ -76,8 +81,9 @@ protected:
 private:
     static BOOL TestPlatform();
     void ReleaseBitmap();
-    BOOL CreateSection(BITMAPINFO* pBMI);
-    BOOL CreateWinG(BITMAPINFO* pBMI);
+    BOOL CreateSection(BITMAPINFO* pBMI, HPALETTE hPal);
+    BOOL CreateWinG(BITMAPINFO* pBMI, HPALETTE hPal);
+    BOOL Adopt(HBITMAP hBitmap, BITMAPINFO* pBMI, void* pPixels, HPALETTE hPal);
 
     static BOOL m_bUseCreateDIBSection;
     static BOOL m_bUseWinG;

@@ -48,5 +48,6 @@ protected:
     int m_nExcludeRects = 0;
 
 private:
+    void PaintBuffered(CDC& dc, const CRect& rect, RECT* pExclude, int nExclude);
     void ClipParentRectList(CDC* pDC, RECT* pRects, int n);
 };
