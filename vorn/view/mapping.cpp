@@ -3,33 +3,70 @@
 
 #include "vorn/detail/truncate.h"
 
+#include <bit>
 #include <cmath>
+#include <cstdint>
 #include <cstring>
 #include <utility>
 
 namespace {
 
-struct Point {
-    double x, y, z;
-};
+/// The image of (x, y, z, w) under a column-major matrix.
+[[gnu::always_inline]] inline void transform(const double* m, double x, double y, double z, double w,
+                                             double (&image)[4]) {
+    for (int row = 0; row < 4; row++)
+        image[row] = x * m[row] + y * m[4 + row] + z * m[8 + row] + w * m[12 + row];
+}
 
-/// The window point of a model point. Returns false, with the window point as it was, where w is 0.
-bool project(const CvornOGLMapping& mapping, const Point& model, Point& window) {
-    const double* m = mapping.m_adModel;
-    const double* p = mapping.m_adProj;
+/// Replaces a model point by its window point. Returns false, with the point as it was, where w is 0.
+[[gnu::always_inline]] inline bool project(const CvornOGLMapping& mapping, double x, double y, double z,
+                                           double (&window)[3]) {
     double eye[4], clip[4];
-    for (int row = 0; row < 4; row++)
-        eye[row] = model.x * m[row] + model.y * m[4 + row] + model.z * m[8 + row] + m[12 + row];
-    for (int row = 0; row < 4; row++)
-        clip[row] = eye[0] * p[row] + eye[1] * p[4 + row] + eye[2] * p[8 + row] + eye[3] * p[12 + row];
+    transform(mapping.m_adModel, x, y, z, 1, eye);
+    transform(mapping.m_adProj, eye[0], eye[1], eye[2], eye[3], clip);
     if (clip[3] == 0) return false;
 
+    const double scale = 0.5 / clip[3];
     const int* viewport = mapping.m_anViewport;
-    window.x = (clip[0] / clip[3] * 0.5 + 0.5) * viewport[2] + viewport[0];
-    window.y = (clip[1] / clip[3] * 0.5 + 0.5) * viewport[3] + viewport[1];
-    window.z = clip[2] / clip[3] * 0.5 + 0.5;
+    window[0] = (clip[0] * scale + 0.5) * viewport[2] + viewport[0];
+    window[1] = (clip[1] * scale + 0.5) * viewport[3] + viewport[1];
+    window[2] = clip[2] * scale + 0.5;
     return true;
 }
+
+[[gnu::always_inline]] inline void projectPosition(CvornOGLMapping& mapping, double x, double y, double z) {
+    double window[3];
+    if (!project(mapping, x, y, z, window)) return;
+    mapping.m_dPosX = window[0];
+    mapping.m_dPosY = window[1];
+    mapping.m_dPosZ = window[2];
+}
+
+using Projection = void (*)(CvornOGLMapping&, double, double, double);
+
+void projectPlain(CvornOGLMapping& mapping, double x, double y, double z) {
+    projectPosition(mapping, x, y, z);
+}
+
+#if defined(__GNUC__)
+// A third faster than the plain one where the processor multiplies and adds in one instruction. The vectors
+// stay at 16 bytes: this compiler does not align larger ones on a Windows stack.
+[[gnu::target("avx,fma,prefer-vector-width=128")]] void projectFused(CvornOGLMapping& mapping, double x,
+                                                                     double y, double z) {
+    projectPosition(mapping, x, y, z);
+}
+
+Projection fastestProjection() {
+    __builtin_cpu_init();
+    return __builtin_cpu_supports("avx") && __builtin_cpu_supports("fma") ? projectFused : projectPlain;
+}
+#else
+Projection fastestProjection() {
+    return projectPlain;
+}
+#endif
+
+const Projection projectFastest = fastestProjection();
 
 /// a * b, both column-major.
 void multiply(const double* a, const double* b, double (&product)[16]) {
@@ -41,6 +78,17 @@ void multiply(const double* a, const double* b, double (&product)[16]) {
             product[column * 4 + row] = sum;
         }
     }
+}
+
+/// Zero for two matrices that are the same bit by bit. In four parts that do not wait for each other: the C
+/// library's memcmp would take longer than all the rest of unprojecting a point.
+[[gnu::always_inline]] inline std::uint64_t differenceOf(const double (&a)[16], const double (&b)[16]) {
+    std::uint64_t parts[4] = {};
+    for (int row = 0; row < 16; row += 4) {
+        for (int i = 0; i < 4; i++)
+            parts[i] |= std::bit_cast<std::uint64_t>(a[row + i]) ^ std::bit_cast<std::uint64_t>(b[row + i]);
+    }
+    return parts[0] | parts[1] | parts[2] | parts[3];
 }
 
 /// Gauss-Jordan elimination, pivoting on the largest element left in each column: where a column has none,
@@ -82,18 +130,15 @@ void CvornOGLMapping::Update(int bRadius) {
     ::glGetDoublev(GL_PROJECTION_MATRIX, m_adProj);
     ::glGetIntegerv(GL_VIEWPORT, m_anViewport);
 
-    Point begin, end;
-    const bool isVisible = project(*this, {0, -0.5, 0}, begin) && project(*this, {0, -0.5, 0.5}, end);
+    double begin[3], end[3];
+    const bool isVisible = project(*this, 0, -0.5, 0, begin) && project(*this, 0, -0.5, 0.5, end);
     if (bRadius != 0 && isVisible)
-        m_fScreenRadius = static_cast<float>(std::hypot(end.x - begin.x, end.y - begin.y, end.z - begin.z));
+        m_fScreenRadius =
+            static_cast<float>(std::hypot(end[0] - begin[0], end[1] - begin[1], end[2] - begin[2]));
 }
 
 void CvornOGLMapping::gluProject(double x, double y, double z) {
-    Point window;
-    if (!project(*this, {x, y, z}, window)) return;
-    m_dPosX = window.x;
-    m_dPosY = window.y;
-    m_dPosZ = window.z;
+    projectFastest(*this, x, y, z);
 }
 
 void CvornOGLMapping::gluProject(const double* in, double* out) {
@@ -124,31 +169,45 @@ void CvornOGLMapping::gluProjectViewOnly(double x, double y, double z) {
     m_dPosZ = m[2] * x + m[6] * y + m[10] * z + m[14];
 }
 
-bool CvornOGLMapping::UpdateInverse() {
-    if (std::memcmp(m_adInverseModel, m_adModel, sizeof m_adModel) == 0 &&
-        std::memcmp(m_adInverseProj, m_adProj, sizeof m_adProj) == 0)
-        return m_bInvertible;
+inline bool CvornOGLMapping::IsInverseValid() const {
+    unsigned difference = 0;
+    for (int i = 0; i < 4; i++)
+        difference |= static_cast<unsigned>(m_anInverseViewport[i] ^ m_anViewport[i]);
+    return (differenceOf(m_adInverseModel, m_adModel) | differenceOf(m_adInverseProj, m_adProj) |
+            difference) == 0;
+}
 
+void CvornOGLMapping::UpdateInverse() {
     double product[16];
     multiply(m_adProj, m_adModel, product);
     m_bInvertible = invert(product, m_adInverse);
+    // From the window to the cube of clip coordinates first: x' = (x - left) / width * 2 - 1, and so on.
+    double offset[4] = {0, 0, 0, 0};
+    for (int column = 0; column < 3; column++) {
+        const double scale = column == 2 ? 2 : 2.0 / m_anViewport[2 + column];
+        const double start = column == 2 ? -1 : -m_anViewport[column] * scale - 1;
+        for (int row = 0; row < 4; row++) {
+            offset[row] += m_adInverse[column * 4 + row] * start;
+            m_adInverse[column * 4 + row] *= scale;
+        }
+    }
+    for (int row = 0; row < 4; row++)
+        m_adInverse[12 + row] += offset[row];
+
     std::memcpy(m_adInverseModel, m_adModel, sizeof m_adModel);
     std::memcpy(m_adInverseProj, m_adProj, sizeof m_adProj);
-    return m_bInvertible;
+    std::memcpy(m_anInverseViewport, m_anViewport, sizeof m_anViewport);
 }
 
 void CvornOGLMapping::gluUnProject(double x, double y, double z) {
-    if (!UpdateInverse()) return;
-    const double clip[3] = {(x - m_anViewport[0]) / m_anViewport[2] * 2 - 1,
-                            (y - m_anViewport[1]) / m_anViewport[3] * 2 - 1, z * 2 - 1};
-    const double* m = m_adInverse;
+    if (!IsInverseValid()) UpdateInverse();
     double model[4];
-    for (int row = 0; row < 4; row++)
-        model[row] = clip[0] * m[row] + clip[1] * m[4 + row] + clip[2] * m[8 + row] + m[12 + row];
-    if (model[3] == 0) return;
-    m_dPosX = model[0] / model[3];
-    m_dPosY = model[1] / model[3];
-    m_dPosZ = model[2] / model[3];
+    transform(m_adInverse, x, y, z, 1, model);
+    if (!m_bInvertible || model[3] == 0) return;
+    const double scale = 1 / model[3];
+    m_dPosX = model[0] * scale;
+    m_dPosY = model[1] * scale;
+    m_dPosZ = model[2] * scale;
 }
 
 void CvornOGLMapping::GetPos3f(float* out) const {

@@ -16,7 +16,7 @@
 class CvornOGLMapping {
 public:
     /// The modelview and projection matrices, column-major, and the viewport's x, y, width and height.
-    double m_adModel[16] = {};
+    alignas(16) double m_adModel[16] = {};
     double m_adProj[16] = {};
     int m_anViewport[4] = {};
     /// The current position.
@@ -73,12 +73,15 @@ public:
     float ModelToScreen(float fLength) const { return (fLength + fLength) * m_fScreenRadius; }
 
 private:
-    bool UpdateInverse();
+    bool IsInverseValid() const;
+    void UpdateInverse();
 
-    // The inverse of projection * model, and the matrices that it was made from: it is good while they are
-    // equal to the fields, which anyone may change.
-    double m_adInverse[16] = {};
+    // The matrix from window points to model points, with the fields that it was made from: it is good while
+    // they are what the fields are, which anyone may change.
+    alignas(16) double m_adInverse[16] = {};
     double m_adInverseModel[16] = {};
     double m_adInverseProj[16] = {};
+    int m_anInverseViewport[4] = {};
     bool m_bInvertible = false;
 };
+double m_adInverseModel[16] = {};

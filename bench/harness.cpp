@@ -1,0 +1,100 @@
+// SPDX-License-Identifier: MIT
+#include "bench/harness.h"
+
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
+#include <vector>
+
+namespace bench {
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+using Seconds = std::chrono::duration<double>;
+
+/// Long enough for the clock, short enough that a disturbance spoils one round of many.
+constexpr double secondsPerRound = 0.004;
+constexpr int rounds = 61;
+
+std::vector<Comparison>& comparisons() {
+    static std::vector<Comparison> s_comparisons;
+    return s_comparisons;
+}
+
+/// Seconds for so many calls.
+double timeOf(const std::function<void()>& side, int calls) {
+    const auto start = Clock::now();
+    for (int i = 0; i < calls; i++)
+        side();
+    return Seconds(Clock::now() - start).count();
+}
+
+/// How many calls fill a round; also warms the side up.
+int callsPerRound(const std::function<void()>& side) {
+    int calls = 1;
+    while (timeOf(side, calls) < secondsPerRound && calls < (1 << 24))
+        calls *= 2;
+    return calls;
+}
+
+double medianOf(std::vector<double> values) {
+    const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
+    std::nth_element(values.begin(), middle, values.end());
+    return *middle;
+}
+
+std::string durationText(double seconds) {
+    const char* unit = "s";
+    double value = seconds;
+    for (const char* smaller : {"ms", "us", "ns"}) {
+        if (value >= 1) break;
+        value *= 1000;
+        unit = smaller;
+    }
+    char text[32];
+    std::snprintf(text, sizeof text, "%.3g %s", value, unit);
+    return text;
+}
+
+void measure(const Comparison& comparison) {
+    const Sides sides = comparison.prepare();
+    const int ourCalls = callsPerRound(sides.ours), plainCalls = callsPerRound(sides.plain);
+    std::vector<double> ours, plain, ratios;
+    for (int round = 0; round < rounds; round++) {
+        // Neither side always comes first.
+        if (round % 2 == 0) ours.push_back(timeOf(sides.ours, ourCalls) / ourCalls);
+        plain.push_back(timeOf(sides.plain, plainCalls) / plainCalls);
+        if (round % 2 != 0) ours.push_back(timeOf(sides.ours, ourCalls) / ourCalls);
+        ratios.push_back(ours.back() / plain.back());
+    }
+    std::printf("%-44s %-44s %6.2f %6.2f %10s %10s\n", comparison.what.c_str(), comparison.against.c_str(),
+                comparison.aim, medianOf(ratios), durationText(medianOf(ours)).c_str(),
+                durationText(medianOf(plain)).c_str());
+    std::fflush(stdout);
+}
+
+} // namespace
+
+Registration::Registration(Comparison comparison) {
+    comparisons().push_back(std::move(comparison));
+}
+
+int run(const std::string& filter) {
+    auto& all = comparisons();
+    std::stable_sort(all.begin(), all.end(), [](const auto& a, const auto& b) { return a.what < b.what; });
+    std::printf("%-44s %-44s %6s %6s %10s %10s\n", "what", "against", "aim", "ratio", "ours", "plain");
+    int count = 0;
+    for (const Comparison& comparison : all) {
+        if (comparison.what.find(filter) == std::string::npos) continue;
+        measure(comparison);
+        count++;
+    }
+    std::printf(
+        "The ratio is our time over the plain one's, of %d interleaved rounds the median; the aim is at most "
+        "that.\n",
+        rounds);
+    return count;
+}
+
+} // namespace bench

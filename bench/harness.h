@@ -1,0 +1,42 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <functional>
+#include <string>
+
+namespace bench {
+
+/// The two sides of a comparison. Each does the same work once per call; what they need is kept alive by
+/// their captures, and released before the next comparison starts.
+struct Sides {
+    std::function<void()> ours;
+    std::function<void()> plain;
+};
+
+/// A comparison of the toolkit with the plain way of doing the same.
+struct Comparison {
+    std::string what;               ///< what is measured: "geometry: Multiply"
+    std::string against;            ///< the plain way: "a loop over 16 elements"
+    double aim;                     ///< the time of ours over the plain one's, at most
+    std::function<Sides()> prepare; ///< called when its turn has come
+};
+
+/// Adds a comparison at program start:
+///
+///     const bench::Registration copyRows{{"dib: copy rows", "memcpy", 1.1, [] { ... return Sides{...}; }}};
+class Registration {
+public:
+    explicit Registration(Comparison comparison);
+};
+
+/// Runs the comparisons whose name contains the filter (all for an empty one), in order of their names, and
+/// prints a line for each. Times are reported, never judged. Returns how many ran.
+int run(const std::string& filter);
+
+/// Makes the compiler believe that the object is read, so that computing it is not optimised away.
+template <typename T>
+void keep(const T& object) {
+    asm volatile("" : : "g"(&object) : "memory");
+}
+
+} // namespace bench
