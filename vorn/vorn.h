@@ -22,3 +22,4 @@
 #include "vorn/view/mapping.h"
 #include "vorn/view/rendering_context.h"
 #include "vorn/view/user_rotation.h"
+#include "vorn/view/view_window.h"
