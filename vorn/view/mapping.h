@@ -84,4 +84,3 @@ private:
     int m_anInverseViewport[4] = {};
     bool m_bInvertible = false;
 };
-double m_adInverseModel[16] = {};
