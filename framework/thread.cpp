@@ -71,6 +71,11 @@ BOOL CWinThread::PreTranslateMessage(MSG* pMsg) {
 }
 
 BOOL CWinThread::OnIdle(LONG lCount) {
+    // Nobody keeps a temporary object over idle time, unless the maps are locked.
+    if (lCount >= 0) {
+        AfxLockTempMaps();
+        AfxUnlockTempMaps();
+    }
     return lCount < 0;
 }
 

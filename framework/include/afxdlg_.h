@@ -39,9 +39,6 @@ public:
     /// Called with WM_INITDIALOG, the controls made and filled from the template's initialisation data; this
     /// fills them with UpdateData(FALSE). FALSE when the override has set the focus itself.
     virtual BOOL OnInitDialog();
-    /// Called between Create and the first message, for fonts.
-    virtual void OnSetFont(CFont*) {}
-
     BOOL PreTranslateMessage(MSG* pMsg) override;
     BOOL OnCmdMsg(UINT nID, int nCode, void* pExtra, AFX_CMDHANDLERINFO* pHandlerInfo) override;
 
@@ -61,6 +58,10 @@ protected:
     DECLARE_MESSAGE_MAP()
 
 private:
+    static INT_PTR CALLBACK DialogProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
     BOOL MakeWindow(LPCDLGTEMPLATE dialogTemplate, HWND parent, HINSTANCE instance);
-    HWND m_hWndTop = nullptr;
+    INT_PTR RunModal(LPCDLGTEMPLATE dialogTemplate, HINSTANCE instance);
+    void CenterUnlessPlaced();
+
+    bool m_bTemplatePlaces = true; ///< the template says where the dialog comes up
 };

@@ -5,7 +5,6 @@
 
 #include <afxwin.h>
 #include <commdlg.h>
-#include <memory>
 
 /// What the common dialogs share.
 class VORNAFX_API CCommonDialog : public CDialog {
@@ -16,14 +15,6 @@ public:
 protected:
     void OnOK() override { Default(); }
     void OnCancel() override { Default(); }
-
-    /// Disables the parent's top-level window and gives the handle to be the owner.
-    HWND PreModal();
-    void PostModal();
-    BOOL OnInitDialog() override;
-
-private:
-    HWND m_disabled = nullptr;
 };
 
 /// Asks for a file to open or save.
@@ -52,6 +43,7 @@ public:
     CString GetNextPathName(POSITION& pos) const;
 
 protected:
+    /// Nonzero keeps the dialog open.
     virtual BOOL OnFileNameOK() { return FALSE; }
     BOOL OnNotify(WPARAM wParam, LPARAM lParam, LRESULT* pResult) override;
 
@@ -69,6 +61,7 @@ public:
 
     CHOOSECOLOR m_cc;
 
+    /// IDOK or IDCANCEL.
     INT_PTR DoModal() override;
     COLORREF GetColor() const { return m_cc.rgbResult; }
     /// Changes the selection of the open dialog.
@@ -77,10 +70,14 @@ public:
     static COLORREF* GetSavedCustomColors();
 
 protected:
+    /// Nonzero keeps the dialog open.
     virtual BOOL OnColorOK() { return FALSE; }
+    afx_msg LRESULT HandleColorOK(WPARAM wParam, LPARAM lParam);
+
+    DECLARE_MESSAGE_MAP()
 };
 
-/// Asks for a printer.
+/// Asks for a printer. The handles in m_pd (hDC, hDevMode, hDevNames) are the caller's to free.
 class VORNAFX_API CPrintDialog : public CCommonDialog {
     DECLARE_DYNAMIC(CPrintDialog)
 public:
@@ -88,14 +85,13 @@ public:
                           DWORD dwFlags = PD_ALLPAGES | PD_USEDEVMODECOPIES | PD_NOPAGENUMS |
                                           PD_HIDEPRINTTOFILE | PD_NOSELECTION,
                           CWnd* pParentWnd = nullptr);
-    ~CPrintDialog() override;
 
     PRINTDLG m_pd;
 
     INT_PTR DoModal() override;
     /// Fills m_pd for the default printer without asking.
     BOOL GetDefaults();
-    /// The DC that PD_RETURNDC or CreatePrinterDC made; the caller deletes it.
+    /// The DC that DoModal or CreatePrinterDC made.
     HDC GetPrinterDC() const { return m_pd.hDC; }
     HDC CreatePrinterDC();
     /// Locked memory; give it back with GlobalUnlock(m_pd.hDevMode).

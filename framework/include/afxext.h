@@ -21,9 +21,4 @@ public:
     /// Ends the recording; the metafile belongs to the caller. Null on failure.
     HMETAFILE Close();
     HENHMETAFILE CloseEnhanced();
-
-    // A question without an attribute DC is answered for an unclipped drawing.
-    int GetClipBox(LPRECT lpRect) const override;
-    BOOL PtVisible(int x, int y) const override;
-    BOOL RectVisible(LPCRECT lpRect) const override;
 };

@@ -28,12 +28,14 @@ public:
     BOOL Attach(HMENU hMenu);
     HMENU Detach();
 
-    BOOL CreateMenu() { return Attach(::CreateMenu()); }
-    BOOL CreatePopupMenu() { return Attach(::CreatePopupMenu()); }
+    BOOL CreateMenu() { return m_hMenu == nullptr && Attach(::CreateMenu()); }
+    BOOL CreatePopupMenu() { return m_hMenu == nullptr && Attach(::CreatePopupMenu()); }
     /// Loads from the resources of the current module state.
     BOOL LoadMenu(LPCTSTR lpszResourceName);
     BOOL LoadMenu(UINT nIDResource) { return LoadMenu(MAKEINTRESOURCE(nIDResource)); }
-    BOOL LoadMenuIndirect(const void* lpMenuTemplate) { return Attach(::LoadMenuIndirectA(lpMenuTemplate)); }
+    BOOL LoadMenuIndirect(const void* lpMenuTemplate) {
+        return m_hMenu == nullptr && Attach(::LoadMenuIndirectA(lpMenuTemplate));
+    }
     BOOL DestroyMenu();
 
     BOOL AppendMenu(UINT nFlags, UINT_PTR nIDNewItem = 0, LPCTSTR lpszNewItem = nullptr) {

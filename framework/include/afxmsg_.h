@@ -85,12 +85,14 @@ inline AFX_PMSG AfxStoredHandler(Handler handler) {
 #define ON_CONTROL_RANGE(wNotifyCode, id, idLast, memberFxn)                                                 \
     AFX_CMD_LINE(WM_COMMAND, wNotifyCode, id, idLast, AfxSigCmd_u, void, memberFxn, (UINT))
 #define ON_NOTIFY(wNotifyCode, id, memberFxn)                                                                \
-    AFX_CMD_LINE(WM_NOTIFY, wNotifyCode, id, id, AfxSigNotify_v, void, memberFxn, (NMHDR*, LRESULT*))
+    AFX_CMD_LINE(WM_NOTIFY, static_cast<WORD>(wNotifyCode), id, id, AfxSigNotify_v, void, memberFxn,         \
+                 (NMHDR*, LRESULT*))
 #define ON_NOTIFY_RANGE(wNotifyCode, id, idLast, memberFxn)                                                  \
-    AFX_CMD_LINE(WM_NOTIFY, wNotifyCode, id, idLast, AfxSigNotify_u, void, memberFxn,                        \
+    AFX_CMD_LINE(WM_NOTIFY, static_cast<WORD>(wNotifyCode), id, idLast, AfxSigNotify_u, void, memberFxn,     \
                  (UINT, NMHDR*, LRESULT*))
 #define ON_NOTIFY_EX(wNotifyCode, id, memberFxn)                                                             \
-    AFX_CMD_LINE(WM_NOTIFY, wNotifyCode, id, id, AfxSigNotify_bu, BOOL, memberFxn, (UINT, NMHDR*, LRESULT*))
+    AFX_CMD_LINE(WM_NOTIFY, static_cast<WORD>(wNotifyCode), id, id, AfxSigNotify_bu, BOOL, memberFxn,        \
+                 (UINT, NMHDR*, LRESULT*))
 
 #define ON_BN_CLICKED(id, memberFxn) ON_CONTROL(BN_CLICKED, id, memberFxn)
 #define ON_BN_DOUBLECLICKED(id, memberFxn) ON_CONTROL(BN_DOUBLECLICKED, id, memberFxn)

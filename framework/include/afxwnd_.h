@@ -24,6 +24,15 @@ struct CCreateContext;
 #define WM_SIZEPARENT 0x0361
 #endif
 
+/// What WM_SIZEPARENT carries in lParam: a bar cuts its strip off rect, adds its size to sizeTotal, and moves
+/// itself through hDWP unless that is null.
+struct AFX_SIZEPARENTPARAMS {
+    HDWP hDWP;
+    RECT rect;
+    SIZE sizeTotal;
+    BOOL bStretch;
+};
+
 /// Values of CWnd::RepositionBars.
 enum RepositionFlags { reposDefault = 0, reposQuery = 1, reposExtra = 2 };
 
@@ -283,12 +292,14 @@ public:
     void RepositionBars(UINT nIDFirst, UINT nIDLast, UINT nIDLeftOver, UINT nFlag = reposDefault,
                         LPRECT lpRectParam = nullptr, LPCRECT lpRectClient = nullptr, BOOL bStretch = TRUE);
 
+    enum AdjustType { adjustBorder = 0, adjustOutside = 1 };
+    /// Grows a wished client rectangle to the window's; the sunken edge counts only for adjustOutside.
+    virtual void CalcWindowRect(LPRECT lpClientRect, UINT nAdjustType = adjustBorder);
+
     // Modal loop.
     int RunModalLoop(DWORD dwFlags = 0);
     virtual BOOL ContinueModal() { return m_nFlags & WF_CONTINUEMODAL; }
     virtual void EndModalLoop(int nResult);
-
-    BOOL OnCmdMsg(UINT nID, int nCode, void* pExtra, AFX_CMDHANDLERINFO* pHandlerInfo) override;
 
     int m_nModalResult = 0;
     UINT m_nFlags = 0;
@@ -355,7 +366,7 @@ protected:
     DECLARE_MESSAGE_MAP()
 
 private:
-    friend struct AfxWndAccess;
+    friend VORNAFX_API LRESULT AFXAPI AfxCallWndProc(CWnd*, HWND, UINT, WPARAM, LPARAM);
     static HWND HandleOf(const CWnd* window) { return window == nullptr ? nullptr : window->m_hWnd; }
     WNDPROC m_pfnSuper = nullptr;
 };
