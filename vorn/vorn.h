@@ -10,6 +10,7 @@
 #include "vorn/bitmaps/flicker_free_window.h"
 #include "vorn/bitmaps/image.h"
 #include "vorn/bitmaps/image_codec.h"
+#include "vorn/bitmaps/texture.h"
 #include "vorn/geometry/colour.h"
 #include "vorn/geometry/matrix.h"
 #include "vorn/geometry/point_map.h"
