@@ -1,0 +1,223 @@
+// SPDX-License-Identifier: MIT
+#include "tests/framework/framework_test.h"
+#include "tests/support/temp_folder.h"
+
+#include <array>
+#include <climits>
+#include <cstdlib>
+#include <memory>
+
+namespace {
+
+constexpr unsigned char digits[] = {'0', '1', '2', '3', '4', '5', '6', '7', '8', '9'};
+
+std::string readAll(CFile& file) {
+    std::string bytes(static_cast<size_t>(file.GetLength()), '\0');
+    file.SeekToBegin();
+    bytes.resize(file.Read(bytes.data(), static_cast<UINT>(bytes.size())));
+    return bytes;
+}
+
+/// What every file promises, on an empty one that grows.
+void checkReadingAndWriting(CFile& file) {
+    file.Write("0123456789", 10);
+    EXPECT_EQ(file.GetPosition(), 10u);
+    EXPECT_EQ(file.Seek(-4, CFile::end), 6u);
+    std::array<char, 8> bytes{};
+    EXPECT_EQ(file.Read(bytes.data(), 8), 4u) << "the rest, though more is asked for";
+    EXPECT_EQ(std::string(bytes.data(), 4), "6789");
+    EXPECT_EQ(file.Read(bytes.data(), 8), 0u);
+    EXPECT_EQ(file.Seek(-8, CFile::current), 2u);
+    file.Write("XY", 2);
+    EXPECT_EQ(causeOf<CFileException>([&] { file.Seek(-5, CFile::current); }), CFileException::badSeek);
+    EXPECT_EQ(file.GetPosition(), 4u) << "a refused seek moves nothing";
+    EXPECT_TRUE(throws<CInvalidArgException>([&] { file.Seek(0, 7); }));
+    file.Seek(12, CFile::begin);
+    EXPECT_EQ(file.GetLength(), 10u) << "seeking past the end lengthens nothing";
+    EXPECT_EQ(file.Read(bytes.data(), 1), 0u);
+    file.Write("!", 1);
+    EXPECT_EQ(readAll(file), std::string("01XY456789\0\0!", 13));
+    file.SetLength(4);
+    EXPECT_EQ(readAll(file), "01XY");
+    file.SetLength(6);
+    EXPECT_EQ(readAll(file), std::string("01XY\0\0", 6));
+}
+
+TEST(File, ReadsWritesAndSeeks) {
+    const support::TempFolder folder;
+    CFile file(folder.pathOf("new.bin").c_str(), CFile::modeCreate | CFile::modeReadWrite);
+    checkReadingAndWriting(file);
+    file.Close();
+    EXPECT_EQ(folder.read("new.bin").size(), 6u);
+    EXPECT_EQ(file.m_hFile, CFile::hFileNull);
+    EXPECT_EQ(causeOf<CFileException>([&] { file.Write("x", 1); }), CFileException::invalidFile);
+}
+
+TEST(File, CountsInSixtyFourBits) {
+    const support::TempFolder folder;
+    CFile file(folder.pathOf("sparse.bin").c_str(), CFile::modeCreate | CFile::modeReadWrite);
+    constexpr ULONGLONG size = 0x180000000; // sparse: nothing is written before its end
+    file.SetLength(size);
+    EXPECT_EQ(file.GetLength(), size);
+    EXPECT_EQ(file.Seek(-1, CFile::end), size - 1);
+    EXPECT_EQ(file.GetPosition(), size - 1);
+    CFileStatus status{};
+    ASSERT_TRUE(file.GetStatus(status));
+    EXPECT_EQ(status.m_size, size);
+    EXPECT_EQ(causeOf<CFileException>([&] { file.SetLength(~0ull); }), CFileException::badSeek);
+}
+
+TEST(File, OpensAsTheFlagsSay) {
+    const support::TempFolder folder;
+    const struct {
+        const char* what;
+        UINT flags;
+        bool exists;
+        int cause; // of the failure; -1 opens
+        size_t lengthAfter;
+    } cases[] = {
+        {"reading what is there", CFile::modeRead | CFile::shareDenyWrite, true, -1, 10},
+        {"reading what is not", CFile::modeRead, false, CFileException::fileNotFound, 0},
+        {"writing keeps the contents", CFile::modeWrite, true, -1, 10},
+        {"writing makes no file", CFile::modeWrite, false, CFileException::fileNotFound, 0},
+        {"creating empties", CFile::modeCreate | CFile::modeWrite, true, -1, 0},
+        {"creating makes one", CFile::modeCreate | CFile::modeWrite, false, -1, 0},
+        {"creating without emptying", CFile::modeCreate | CFile::modeNoTruncate | CFile::modeWrite, true, -1,
+         10},
+        {"two modes at once", CFile::modeWrite | CFile::modeReadWrite, true, CFileException::genericException,
+         10},
+        {"no known sharing", CFile::modeRead | 0x70, true, CFileException::genericException, 10},
+    };
+    for (const auto& c : cases) {
+        SCOPED_TRACE(c.what);
+        std::filesystem::remove(folder.pathOf("f"));
+        if (c.exists) folder.write("f", digits);
+        CFile file;
+        CFileException failure;
+        EXPECT_EQ(file.Open(folder.pathOf("f").c_str(), c.flags, &failure), c.cause == -1);
+        if (c.cause != -1) {
+            EXPECT_EQ(failure.m_cause, c.cause);
+        }
+        file.Abort();
+        EXPECT_EQ(folder.read("f").size(), c.lengthAfter);
+    }
+    EXPECT_EQ(
+        causeOf<CFileException>([&] { CFile file(folder.pathOf("no/where").c_str(), CFile::modeRead); }),
+        CFileException::badPath);
+    EXPECT_EQ(causeOf<CFileException>([&] { CFile file(nullptr, CFile::modeRead); }),
+              CFileException::badPath);
+    CFile readOnly(folder.write("f", digits).c_str(), CFile::modeRead);
+    EXPECT_EQ(causeOf<CFileException>([&] { readOnly.Write("x", 1); }), CFileException::accessDenied);
+}
+
+TEST(File, SharesAsTheFlagsSay) {
+    const support::TempFolder folder;
+    const std::string path = folder.write("f", digits);
+    const struct {
+        UINT first, second;
+        bool allowed;
+    } cases[] = {
+        {CFile::modeRead | CFile::shareDenyWrite, CFile::modeRead | CFile::shareDenyWrite, true},
+        {CFile::modeRead | CFile::shareDenyWrite, CFile::modeWrite | CFile::shareDenyNone, false},
+        {CFile::modeRead | CFile::shareExclusive, CFile::modeRead | CFile::shareDenyNone, false},
+        {CFile::modeRead | CFile::shareDenyRead, CFile::modeRead | CFile::shareDenyNone, false},
+        {CFile::modeRead | CFile::shareDenyRead, CFile::modeWrite | CFile::shareDenyNone, true},
+        {CFile::modeWrite | CFile::shareDenyNone, CFile::modeReadWrite | CFile::shareDenyNone, true},
+    };
+    for (const auto& c : cases) {
+        CFile first(path.c_str(), c.first);
+        CFile second;
+        CFileException failure;
+        EXPECT_EQ(second.Open(path.c_str(), c.second, &failure), c.allowed)
+            << c.first << " then " << c.second;
+        if (!c.allowed) {
+            EXPECT_EQ(failure.m_cause, CFileException::sharingViolation);
+        }
+    }
+}
+
+TEST(File, ClosesWhatItOpenedAndNothingElse) {
+    const support::TempFolder folder;
+    const std::string path = folder.write("f", digits);
+    const auto inUse = [&] {
+        CFile probe;
+        return !probe.Open(path.c_str(), CFile::modeReadWrite | CFile::shareExclusive);
+    };
+    {
+        CFile file(path.c_str(), CFile::modeRead | CFile::shareDenyNone);
+        EXPECT_TRUE(inUse());
+        ASSERT_TRUE(file.Open(folder.write("g", digits).c_str(), CFile::modeRead))
+            << "opening again lets the first go";
+        EXPECT_FALSE(inUse());
+        ASSERT_TRUE(file.Open(path.c_str(), CFile::modeRead | CFile::shareDenyNone));
+        const std::unique_ptr<CFile> copy(file.Duplicate());
+        file.Close();
+        EXPECT_TRUE(inUse());
+        EXPECT_EQ(readAll(*copy), "0123456789");
+    }
+    EXPECT_FALSE(inUse());
+    CFile owner(path.c_str(), CFile::modeRead | CFile::shareDenyNone);
+    { CFile guest(owner.m_hFile); }
+    EXPECT_EQ(readAll(owner), "0123456789");
+}
+
+TEST(File, NamesRenamesAndRemoves) {
+    const support::TempFolder folder;
+    const std::string path = folder.write("name.ext", digits), other = folder.pathOf("other.ext");
+    CFile file(path.c_str(), CFile::modeRead);
+    EXPECT_EQ(text(file.GetFileName()), "name.ext");
+    EXPECT_EQ(text(file.GetFilePath()), path);
+    file.Close();
+    CFile::Rename(path.c_str(), other.c_str());
+    EXPECT_EQ(causeOf<CFileException>([&] { CFile::Rename(path.c_str(), "x"); }),
+              CFileException::fileNotFound);
+    CFileStatus status{};
+    EXPECT_FALSE(CFile::GetStatus(path.c_str(), status));
+    ASSERT_TRUE(CFile::GetStatus(other.c_str(), status));
+    EXPECT_EQ(status.m_size, 10u);
+    EXPECT_STREQ(status.m_szFullName, other.c_str());
+    CFile::Remove(other.c_str());
+    EXPECT_EQ(causeOf<CFileException>([&] { CFile::Remove(other.c_str()); }), CFileException::fileNotFound);
+}
+
+TEST(MemFile, ReadsWritesAndSeeks) {
+    for (const UINT step : {1u, 7u, 1024u}) {
+        SCOPED_TRACE(step);
+        CMemFile file(step);
+        checkReadingAndWriting(file);
+    }
+}
+
+TEST(MemFile, KeepsWithinTheCallersBlock) {
+    unsigned char block[12];
+    std::copy(std::begin(digits), std::end(digits), block);
+    block[10] = block[11] = 0xEE;
+    CMemFile file(block, 10);
+    EXPECT_EQ(readAll(file), "0123456789");
+    file.Seek(8, CFile::begin);
+    EXPECT_TRUE(throws<CMemoryException>([&] { file.Write("abc", 3); }));
+    EXPECT_EQ(readAll(file), "0123456789") << "nothing of a refused write";
+    file.Seek(8, CFile::begin);
+    file.Write("ab", 2);
+    EXPECT_EQ(file.Detach(), block);
+    EXPECT_EQ(std::string(block, block + 12), "01234567ab\xEE\xEE");
+    EXPECT_EQ(file.GetLength(), 0u);
+}
+
+TEST(MemFile, HandsItsBlockOver) {
+    CMemFile file(16);
+    file.Attach(static_cast<BYTE*>(std::malloc(4)), 4, 4); // to grow: the block's contents do not count
+    EXPECT_EQ(file.GetLength(), 0u);
+    file.Write("0123456789", 10);
+    BYTE* block = file.Detach();
+    EXPECT_EQ(std::string(block, block + 10), "0123456789");
+    std::free(block);
+    EXPECT_TRUE(throws<CMemoryException>([&] {
+        file.Seek(LLONG_MAX, CFile::begin);
+        file.Write("x", 1);
+    }));
+    EXPECT_EQ(file.GetLength(), 0u);
+    EXPECT_TRUE(throws<CNotSupportedException>([&] { file.Duplicate(); }));
+}
+
+} // namespace
