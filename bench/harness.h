@@ -23,7 +23,8 @@ struct Comparison {
 
 /// Adds a comparison at program start:
 ///
-///     const bench::Registration copyRows{{"dib: copy rows", "memcpy", 1.1, [] { ... return Sides{...}; }}};
+///     bench::Sides copySides() { ... return {[=] { ... }, [=] { ... }}; }
+///     const bench::Registration copy{{"dib: copy rows", "memcpy", 1.1, copySides}};
 class Registration {
 public:
     explicit Registration(Comparison comparison);
