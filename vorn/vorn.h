@@ -4,6 +4,7 @@
 /// The umbrella header: all that an application includes.
 #include "vorn/api.h"
 #include "vorn/axes/axis.h"
+#include "vorn/axes/axis_set.h"
 #include "vorn/bitmaps/dib.h"
 #include "vorn/bitmaps/dib_palette.h"
 #include "vorn/bitmaps/dib_simple.h"

@@ -58,10 +58,10 @@ int CvornAxis::GetTickCount() const {
     return intervalsOf(*this) + 1;
 }
 
-float CvornAxis::GetTickPos(int i) const {
+double CvornAxis::GetTickStep() const {
     const int intervals = intervalsOf(*this);
     if (intervals == 0 || m_fLength == 0) return 0;
-    return static_cast<float>((m_fLength - tipRoom) / m_fLength / intervals * i);
+    return (m_fLength - tipRoom) / m_fLength / intervals;
 }
 
 void CvornAxis::vornVectorPos(float p) const {

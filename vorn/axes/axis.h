@@ -66,7 +66,10 @@ public:
     VORN_API int GetTickCount() const;
     /// The fraction of the drawn length at which tick mark i lies. The marks keep 0.04 model units free at
     /// the far end, for the tip of the axis.
-    VORN_API float GetTickPos(int i) const;
+    float GetTickPos(int i) const { return static_cast<float>(GetTickStep() * i); }
+    /// The fraction from one tick mark to the next; 0 where there is but one, or the axis has no drawn
+    /// length.
+    VORN_API double GetTickStep() const;
 
     /// Emits the vertex at p on the axis.
     VORN_API void vornVectorPos(float p) const;
