@@ -2,7 +2,7 @@
 #pragma once
 
 #include "tests/support/feedback.h"
-#include "tests/support/gl_window.h"
+#include "tests/support/gl_test.h"
 #include "vorn/view/mapping.h"
 
 #include <afxwin.h>

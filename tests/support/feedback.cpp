@@ -8,6 +8,7 @@ namespace support {
 
 namespace {
 
+constexpr int modelPixels = 2048;
 constexpr int valuesPerVertex = 12; // x, y, z, w, four of the colour, four of the texture coordinate
 
 FeedbackPrimitive takePrimitive(const float*& at) {
@@ -59,7 +60,8 @@ std::vector<FeedbackPrimitive> captureModel(const std::function<void()>& draw, d
     ::glMatrixMode(GL_MODELVIEW);
     ::glPushMatrix();
     ::glLoadIdentity();
-    ::glViewport(0, 0, 2, 2);
+    // Large, because a driver may turn y over by the window's height, in float.
+    ::glViewport(0, 0, modelPixels, modelPixels);
     ::glDepthRange(0, 1);
 
     auto primitives = captureWindow(draw);
@@ -71,8 +73,8 @@ std::vector<FeedbackPrimitive> captureModel(const std::function<void()>& draw, d
     ::glPopAttrib();
     for (auto& primitive : primitives) {
         for (auto& vertex : primitive.vertices) {
-            vertex.x = (vertex.x - 1) * extent;
-            vertex.y = (vertex.y - 1) * extent;
+            vertex.x = (vertex.x * 2 / modelPixels - 1) * extent;
+            vertex.y = (vertex.y * 2 / modelPixels - 1) * extent;
             vertex.z = (vertex.z * 2 - 1) * extent;
         }
     }
