@@ -1,0 +1,263 @@
+// SPDX-License-Identifier: MIT
+#include "tests/support/handle_counts.h"
+
+#include <afxwin.h>
+#include <gtest/gtest.h>
+
+namespace {
+
+constexpr UINT plainCommand = 0x8001, rangeFirst = 0x8010, rangeLast = 0x8012, passedOn = 0x8020,
+               offCommand = 0x8030, unknownCommand = 0x8040, appCommand = 0x8050;
+constexpr UINT notifyCode = static_cast<UINT>(-530);
+
+/// A frame that writes down which of its command handlers ran.
+class CommandFrame : public CFrameWnd {
+public:
+    CString m_log;
+    int m_radio = 0;
+
+protected:
+    afx_msg void OnPlain() { m_log += "plain;"; }
+    afx_msg void OnRange(UINT id) { m_log.AppendFormat("range %u;", id); }
+    afx_msg BOOL OnPassedOn(UINT) {
+        m_log += "passed on;";
+        return FALSE;
+    }
+    afx_msg void OnControl() { m_log += "control;"; }
+    afx_msg void OnNotice(NMHDR* header, LRESULT* result) {
+        m_log.AppendFormat("notice %d;", static_cast<int>(header->code));
+        *result = 77;
+    }
+    afx_msg void OnNoticeRange(UINT id, NMHDR*, LRESULT*) { m_log.AppendFormat("notice from %u;", id); }
+    afx_msg void OnOff() { m_log += "must not run;"; }
+    afx_msg void OnUpdateOff(CCmdUI* ui) {
+        ui->Enable(FALSE);
+        ui->SetText("Off now");
+    }
+    afx_msg void OnUpdatePlain(CCmdUI* ui) { ui->SetCheck(1); }
+    afx_msg void OnUpdateRange(CCmdUI* ui) { ui->SetRadio(ui->m_nID == rangeFirst + 1); }
+
+    DECLARE_MESSAGE_MAP()
+};
+
+BEGIN_MESSAGE_MAP(CommandFrame, CFrameWnd)
+    ON_COMMAND(plainCommand, &CommandFrame::OnPlain)
+    ON_COMMAND_RANGE(rangeFirst, rangeLast, &CommandFrame::OnRange)
+    ON_COMMAND_EX(passedOn, &CommandFrame::OnPassedOn)
+    ON_COMMAND(offCommand, &CommandFrame::OnOff)
+    ON_UPDATE_COMMAND_UI(offCommand, &CommandFrame::OnUpdateOff)
+    ON_UPDATE_COMMAND_UI(plainCommand, &CommandFrame::OnUpdatePlain)
+    ON_UPDATE_COMMAND_UI_RANGE(rangeFirst, rangeLast, &CommandFrame::OnUpdateRange)
+    ON_CBN_SELCHANGE(9, &CommandFrame::OnControl)
+    ON_NOTIFY(notifyCode, 4, &CommandFrame::OnNotice)
+    ON_NOTIFY_RANGE(notifyCode, 5, 7, &CommandFrame::OnNoticeRange)
+END_MESSAGE_MAP()
+
+class CommandApp : public CWinApp {
+public:
+    int m_commands = 0;
+
+protected:
+    afx_msg void OnCommand() { ++m_commands; }
+    DECLARE_MESSAGE_MAP()
+};
+
+BEGIN_MESSAGE_MAP(CommandApp, CWinApp)
+    ON_COMMAND(appCommand, &CommandApp::OnCommand)
+    ON_COMMAND(passedOn, &CommandApp::OnCommand)
+END_MESSAGE_MAP()
+
+class CommandTest : public testing::Test {
+protected:
+    CommandTest() : m_frame(new CommandFrame) { m_frame->Create(nullptr, "commands", WS_OVERLAPPEDWINDOW); }
+    ~CommandTest() override { m_frame->DestroyWindow(); }
+
+    CommandApp m_app;
+    CommandFrame* m_frame; // deletes itself
+};
+
+TEST_F(CommandTest, CommandsAndNotificationsFindTheirHandlers) {
+    NMHDR header{*m_frame, 4, notifyCode}, ranged{*m_frame, 6, notifyCode}, unheard{*m_frame, 8, notifyCode};
+    const auto child = reinterpret_cast<LPARAM>(m_frame->m_hWnd);
+    const struct {
+        UINT message;
+        WPARAM wParam;
+        LPARAM lParam;
+        LRESULT result;
+        const char* log;
+        int appCommands;
+    } cases[] = {
+        {WM_COMMAND, plainCommand, 0, 1, "plain;", 0},
+        {WM_COMMAND, MAKEWPARAM(plainCommand, 1), 0, 1, "plain;", 0}, // from an accelerator
+        {WM_COMMAND, rangeFirst - 1, 0, 0, "", 0},
+        {WM_COMMAND, rangeLast, 0, 1, "range 32786;", 0},
+        {WM_COMMAND, offCommand, 0, 1, "", 0}, // disabled, so swallowed
+        {WM_COMMAND, appCommand, 0, 1, "", 1},
+        {WM_COMMAND, passedOn, 0, 1, "passed on;", 1},
+        {WM_COMMAND, unknownCommand, 0, 0, "", 0},
+        {WM_COMMAND, 0, 0, 0, "", 0},
+        {WM_COMMAND, MAKEWPARAM(9, CBN_SELCHANGE), child, 1, "control;", 0},
+        {WM_COMMAND, MAKEWPARAM(9, CBN_DROPDOWN), child, 0, "", 0},
+        {WM_NOTIFY, 4, reinterpret_cast<LPARAM>(&header), 77, "notice -530;", 0},
+        {WM_NOTIFY, 6, reinterpret_cast<LPARAM>(&ranged), 0, "notice from 6;", 0},
+        {WM_NOTIFY, 8, reinterpret_cast<LPARAM>(&unheard), 0, "", 0},
+    };
+    for (const auto& c : cases) {
+        m_frame->m_log.Empty();
+        m_app.m_commands = 0;
+        EXPECT_EQ(m_frame->SendMessage(c.message, c.wParam, c.lParam), c.result) << c.wParam;
+        EXPECT_STREQ(m_frame->m_log, c.log);
+        EXPECT_EQ(m_app.m_commands, c.appCommands) << c.wParam;
+    }
+    AFX_CMDHANDLERINFO found{};
+    EXPECT_TRUE(m_frame->OnCmdMsg(appCommand, CN_COMMAND, nullptr, &found));
+    EXPECT_EQ(found.pTarget, &m_app);
+    EXPECT_EQ(m_app.m_commands, 0) << "only looked up";
+}
+
+TEST_F(CommandTest, MenuItemsShowTheirCommandsState) {
+    CMenu menu, deeper;
+    ASSERT_TRUE(menu.CreatePopupMenu());
+    ASSERT_TRUE(deeper.CreatePopupMenu());
+    const UINT ids[] = {plainCommand, rangeFirst, rangeFirst + 1, offCommand, unknownCommand, appCommand};
+    for (UINT id : ids)
+        menu.AppendMenu(MF_STRING, id, "item");
+    menu.AppendMenu(MF_SEPARATOR);
+    deeper.AppendMenu(MF_STRING, offCommand, "below");
+    menu.AppendMenu(MF_POPUP, reinterpret_cast<UINT_PTR>(deeper.Detach()), "popup");
+    m_frame->SendMessage(WM_INITMENUPOPUP, reinterpret_cast<WPARAM>(menu.m_hMenu), 0);
+
+    EXPECT_EQ(menu.GetMenuState(0, MF_BYPOSITION), static_cast<UINT>(MF_CHECKED));
+    EXPECT_EQ(menu.GetMenuState(1, MF_BYPOSITION), static_cast<UINT>(MF_USECHECKBITMAPS));
+    EXPECT_EQ(menu.GetMenuState(2, MF_BYPOSITION), static_cast<UINT>(MF_CHECKED | MF_USECHECKBITMAPS));
+    EXPECT_EQ(menu.GetMenuState(3, MF_BYPOSITION), static_cast<UINT>(MF_GRAYED | MF_DISABLED));
+    EXPECT_EQ(menu.GetMenuState(4, MF_BYPOSITION), static_cast<UINT>(MF_GRAYED | MF_DISABLED))
+        << "no handler";
+    EXPECT_EQ(menu.GetMenuState(5, MF_BYPOSITION), 0u) << "the application handles it";
+    CString text;
+    menu.GetMenuString(3, text, MF_BYPOSITION);
+    EXPECT_STREQ(text, "Off now");
+    EXPECT_EQ(menu.GetMenuItemID(6), 0u);
+    EXPECT_EQ(menu.GetMenuItemID(7), static_cast<UINT>(-1));
+    CMenu* below = menu.GetSubMenu(7);
+    ASSERT_NE(below, nullptr);
+    below->GetMenuString(offCommand, text, MF_BYCOMMAND);
+    EXPECT_STREQ(text, "below") << "a popup's item is updated when the popup opens";
+    EXPECT_EQ(menu.GetSubMenu(0), nullptr);
+}
+
+TEST_F(CommandTest, ControlsShowTheirCommandsState) {
+    const CRect place(0, 0, 50, 20);
+    CButton off, plain, unknown;
+    CEdit edit;
+    off.Create("old", BS_PUSHBUTTON, place, m_frame, offCommand);
+    plain.Create("check", BS_CHECKBOX, place, m_frame, plainCommand);
+    unknown.Create("none", BS_PUSHBUTTON, place, m_frame, unknownCommand);
+    edit.Create(0, place, m_frame, unknownCommand + 1);
+    m_frame->UpdateDialogControls(m_frame, TRUE);
+    CString text;
+    off.GetWindowText(text);
+    EXPECT_STREQ(text, "Off now");
+    EXPECT_FALSE(off.IsWindowEnabled());
+    EXPECT_EQ(plain.GetCheck(), 1);
+    EXPECT_FALSE(unknown.IsWindowEnabled());
+    EXPECT_TRUE(edit.IsWindowEnabled()) << "only buttons are commands";
+}
+
+TEST(Menu, HandlesComeBack) {
+    const auto before = support::HandleCounts::now();
+    {
+        CMenu menu, popup;
+        ASSERT_TRUE(menu.CreateMenu());
+        EXPECT_FALSE(menu.CreateMenu()) << "it has one";
+        ASSERT_TRUE(popup.CreatePopupMenu());
+        menu.AppendMenu(MF_POPUP, reinterpret_cast<UINT_PTR>(popup.m_hMenu), "owned by the menu now");
+        EXPECT_EQ(menu.GetSubMenu(0), &popup);
+        popup.Detach();
+        EXPECT_NE(menu.GetSubMenu(0), &popup);
+        EXPECT_FALSE(popup.LoadMenu(31999)) << "no such resource";
+        EXPECT_EQ(popup.m_hMenu, nullptr);
+    }
+    EXPECT_EQ(support::HandleCounts::now(), before);
+}
+
+/// A bar that takes a strip at the top of its parent.
+class TopBar : public CWnd {
+protected:
+    afx_msg LRESULT OnSizeParent(WPARAM, LPARAM lParam) {
+        auto* layout = reinterpret_cast<AFX_SIZEPARENTPARAMS*>(lParam);
+        const RECT& free = layout->rect;
+        if (layout->hDWP != nullptr)
+            layout->hDWP = ::DeferWindowPos(layout->hDWP, m_hWnd, nullptr, free.left, free.top,
+                                            free.right - free.left, 30, SWP_NOZORDER | SWP_NOACTIVATE);
+        layout->rect.top += 30;
+        layout->sizeTotal.cy += 30;
+        return 0;
+    }
+    DECLARE_MESSAGE_MAP()
+};
+
+BEGIN_MESSAGE_MAP(TopBar, CWnd)
+    ON_MESSAGE(WM_SIZEPARENT, &TopBar::OnSizeParent)
+END_MESSAGE_MAP()
+
+CRect placeIn(const CWnd& parent, const CWnd& child) {
+    CRect place;
+    child.GetWindowRect(&place);
+    parent.ScreenToClient(&place);
+    return place;
+}
+
+TEST(Layout, BarsTakeTheirStripsAndThePaneTheRest) {
+    CWnd parent, pane;
+    TopBar bar, second;
+    const CRect start(0, 0, 9, 9), area(0, 0, 200, 150);
+    ASSERT_TRUE(parent.CreateEx(0, nullptr, "", WS_POPUP, area, nullptr, 0));
+    ASSERT_TRUE(bar.Create(nullptr, "", 0, start, &parent, AFX_IDW_TOOLBAR));
+    ASSERT_TRUE(second.Create(nullptr, "", 0, start, &parent, AFX_IDW_STATUS_BAR));
+    ASSERT_TRUE(pane.Create(nullptr, "", WS_BORDER, start, &parent, AFX_IDW_PANE_FIRST));
+
+    CRect rest;
+    parent.RepositionBars(AFX_IDW_TOOLBAR, AFX_IDW_TOOLBAR, AFX_IDW_PANE_FIRST, CWnd::reposQuery, &rest,
+                          &area);
+    EXPECT_EQ(rest, CRect(0, 30, 200, 150));
+    EXPECT_EQ(placeIn(parent, bar), start) << "a query moves nothing";
+    parent.RepositionBars(AFX_IDW_TOOLBAR, AFX_IDW_STATUS_BAR, 0, CWnd::reposQuery, &rest, nullptr, FALSE);
+    EXPECT_EQ(rest, CRect(0, 0, 0, 60)) << "unstretched: the size of the bars";
+
+    parent.RepositionBars(0, 0xFFFF, AFX_IDW_PANE_FIRST, CWnd::reposDefault);
+    EXPECT_EQ(placeIn(parent, second).Height(), 30);
+    CRect client;
+    pane.GetClientRect(&client);
+    EXPECT_EQ(client.Size(), CSize(200, 90)) << "the pane's border lies outside of the rest";
+    EXPECT_EQ(placeIn(parent, pane), CRect(-1, 59, 201, 151));
+
+    CRect margins(1, 2, 3, 4);
+    parent.RepositionBars(0, 0xFFFF, AFX_IDW_PANE_FIRST, CWnd::reposExtra, &margins);
+    pane.GetClientRect(&client);
+    EXPECT_EQ(client.Size(), CSize(196, 84));
+}
+
+TEST(Layout, WindowsAreCentredWithinTheArea) {
+    CWnd owner, child, popup;
+    ASSERT_TRUE(owner.CreateEx(0, nullptr, "", WS_POPUP, CRect(100, 100, 400, 300), nullptr, 0));
+    ASSERT_TRUE(child.Create(nullptr, "", 0, CRect(0, 0, 100, 50), &owner, 1));
+    child.CenterWindow();
+    EXPECT_EQ(placeIn(owner, child), CRect(100, 75, 200, 125));
+    ASSERT_TRUE(popup.CreateEx(0, nullptr, "", WS_POPUP, CRect(0, 0, 80, 60), &owner, 0));
+    const auto centreOf = [&] {
+        CRect place;
+        popup.CenterWindow(&owner);
+        popup.GetWindowRect(&place);
+        return place.CenterPoint();
+    };
+    CRect screen;
+    ::SystemParametersInfoA(SPI_GETWORKAREA, 0, &screen, 0);
+    EXPECT_EQ(centreOf(), screen.CenterPoint()) << "a hidden owner does not count";
+    owner.ShowWindow(SW_SHOWNOACTIVATE);
+    EXPECT_EQ(centreOf(), CPoint(250, 200));
+    owner.MoveWindow(-290, 100, 300, 200);
+    EXPECT_EQ(centreOf(), CPoint(40, 200)) << "never off the screen";
+}
+
+} // namespace
