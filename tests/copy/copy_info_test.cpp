@@ -45,9 +45,8 @@ TEST(CopyInfo, SizeFollowsTheWindowOrTheUnits) {
 TEST(CopyInfo, LivesInTheProfile) {
     const support::TempFolder folder;
     const std::string path = folder.pathOf("profile.ini");
-    CWinApp* app = AfxGetApp();
-    ASSERT_NE(app, nullptr);
-    const LPCTSTR oldName = app->m_pszProfileName;
+    CWinApp application;
+    CWinApp* app = &application;
     app->m_pszProfileName = path.c_str();
 
     CvornCopyInfo saved;
@@ -67,5 +66,4 @@ TEST(CopyInfo, LivesInTheProfile) {
         unchanged.Load(app, "Broken");
         EXPECT_EQ(memcmp(&unchanged, &defaults, 24), 0) << size << " bytes";
     }
-    app->m_pszProfileName = oldName;
 }
