@@ -106,9 +106,10 @@ BOOL CvornDIB::Create(BITMAPINFO* pBMI, BYTE* pBits, int bOwn) {
         header->bmiHeader.biSize = sizeof(BITMAPINFOHEADER);
         if (dibColours(*header) > count) header->bmiHeader.biClrUsed = count;
     } else {
-        const auto& core = reinterpret_cast<const BITMAPCOREINFO&>(*pBMI);
-        header->bmiHeader = widenCoreHeader(core.bmciHeader);
-        widenCoreColours(core.bmciColors, dibColourTable(header.get()), count);
+        header->bmiHeader = widenCoreHeader(coreHeaderOf(*pBMI));
+        const auto* colours =
+            reinterpret_cast<const RGBTRIPLE*>(reinterpret_cast<BYTE*>(pBMI) + sizeof(BITMAPCOREHEADER));
+        widenCoreColours(colours, dibColourTable(header.get()), count);
     }
 
     const std::size_t held = dibBytesNeeded(header->bmiHeader).value_or(0);

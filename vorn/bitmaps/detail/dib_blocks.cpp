@@ -4,6 +4,7 @@
 #include "vorn/detail/handles.h"
 
 #include <algorithm>
+#include <cstring>
 #include <limits>
 #include <new>
 
@@ -22,7 +23,7 @@ std::optional<std::size_t> dibBytesNeeded(const BITMAPINFOHEADER& header) {
 DWORD dibColoursUsed(const BITMAPINFO& info) {
     const bool isCore = info.bmiHeader.biSize == sizeof(BITMAPCOREHEADER);
     if (!isCore && info.bmiHeader.biClrUsed != 0) return info.bmiHeader.biClrUsed;
-    switch (isCore ? reinterpret_cast<const BITMAPCOREHEADER&>(info).bcBitCount : info.bmiHeader.biBitCount) {
+    switch (isCore ? coreHeaderOf(info).bcBitCount : info.bmiHeader.biBitCount) {
     case 1:
         return 2;
     case 4:
@@ -51,6 +52,12 @@ DWORD dibColours(const BITMAPINFO& info) {
 
 DWORD dibEntriesBehind(const BITMAPINFOHEADER& header, DWORD colours) {
     return header.biCompression == BI_BITFIELDS ? std::max<DWORD>(colours, 3) : colours;
+}
+
+BITMAPCOREHEADER coreHeaderOf(const BITMAPINFO& info) {
+    BITMAPCOREHEADER core;
+    std::memcpy(&core, &info, sizeof(core));
+    return core;
 }
 
 BITMAPINFOHEADER widenCoreHeader(const BITMAPCOREHEADER& core) {

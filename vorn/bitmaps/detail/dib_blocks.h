@@ -48,7 +48,8 @@ constexpr RGBQUAD dibColour(const PALETTEENTRY& entry) {
     return {entry.peBlue, entry.peGreen, entry.peRed, 0};
 }
 
-/// The 40-byte form of a core header.
+/// The core header in a block that begins with one, and the 40-byte form of it.
+BITMAPCOREHEADER coreHeaderOf(const BITMAPINFO& info);
 BITMAPINFOHEADER widenCoreHeader(const BITMAPCOREHEADER& core);
 void widenCoreColours(const RGBTRIPLE* from, RGBQUAD* to, DWORD count);
 
