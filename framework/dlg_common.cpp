@@ -16,12 +16,21 @@ namespace {
 /// The object that takes the window of the common dialog being opened.
 thread_local CDialog* waitingDialog = nullptr;
 
+const UINT colourAccepted = ::RegisterWindowMessageA(COLOROKSTRINGA);
+const UINT setColour = ::RegisterWindowMessageA(SETRGBSTRINGA);
+
 /// What the system calls in its dialog: the first call brings the window.
-UINT_PTR CALLBACK takeDialog(HWND window, UINT message, WPARAM, LPARAM) {
-    if (message != WM_INITDIALOG) return 0;
-    if (CDialog* dialog = std::exchange(waitingDialog, nullptr)) dialog->SubclassWindow(window);
+UINT_PTR CALLBACK takeDialog(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
+    if (message == WM_INITDIALOG) {
+        if (CDialog* dialog = std::exchange(waitingDialog, nullptr)) dialog->SubclassWindow(window);
+    }
     auto* dialog = dynamic_cast<CDialog*>(CWnd::FromHandlePermanent(window));
-    return dialog == nullptr || dialog->OnInitDialog();
+    if (dialog == nullptr) return 0;
+    if (message == WM_INITDIALOG) return static_cast<UINT_PTR>(dialog->OnInitDialog());
+    // This one is not sent to the window; everything else comes through its window procedure as well.
+    if (message == colourAccepted)
+        return static_cast<UINT_PTR>(AfxCallWndProc(dialog, window, message, wParam, lParam));
+    return 0;
 }
 
 /// Runs a common dialog as the object's window. The system disables and enables the owner itself.
@@ -129,17 +138,6 @@ CString CFileDialog::GetNextPathName(POSITION& pos) const {
 }
 
 // ---- colours
-
-namespace {
-
-UINT registered(const char* name) {
-    return ::RegisterWindowMessageA(name);
-}
-
-const UINT colourAccepted = registered(COLOROKSTRINGA);
-const UINT setColour = registered(SETRGBSTRINGA);
-
-} // namespace
 
 BEGIN_MESSAGE_MAP(CColorDialog, CCommonDialog)
     ON_REGISTERED_MESSAGE(colourAccepted, &CColorDialog::HandleColorOK)

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
+#include "tests/framework/quiet_app.h"
 #include "tests/support/handle_counts.h"
 
-#include <afxwin.h>
 #include <gtest/gtest.h>
 #include <vector>
 
@@ -124,16 +124,6 @@ protected:
 BEGIN_MESSAGE_MAP(DerivedRecorder, Recorder)
     ON_WM_SIZE()
 END_MESSAGE_MAP()
-
-/// An application that writes message boxes down instead of showing them.
-class QuietApp : public CWinApp {
-public:
-    CString m_shown;
-    int DoMessageBox(LPCTSTR text, UINT, UINT) override {
-        m_shown += text;
-        return IDOK;
-    }
-};
 
 TEST(Wnd, HandlersGetTheirMessagesCracked) {
     Recorder window;
