@@ -18,6 +18,7 @@
 #include "vorn/geometry/point_map.h"
 #include "vorn/geometry/triangle.h"
 #include "vorn/overlays/font.h"
+#include "vorn/overlays/font_lists.h"
 #include "vorn/overlays/spread.h"
 #include "vorn/overlays/text_panel.h"
 #include "vorn/overlays/toolbar.h"

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "tests/overlays/overlay_test.h"
 
+#include "vorn/overlays/font_lists.h"
+
 #include <algorithm>
 #include <cmath>
 
@@ -16,7 +18,7 @@ OverlayTest::OverlayTest() : m_nFontLists(::glGenLists(256)), m_nList(::glGenLis
     m_dc.Attach(m_window.dc());
     m_font.CreatePointFont(120, "Arial", &m_dc);
     CFont* const old = m_dc.SelectObject(&m_font);
-    ::wglUseFontBitmapsA(m_dc, 0, 256, m_nFontLists);
+    ::vornUseFontBitmaps(m_dc, m_nFontLists);
     ::GetTextMetricsA(m_dc, &m_metrics);
     m_dc.SelectObject(old);
 }

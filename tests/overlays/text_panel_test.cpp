@@ -36,7 +36,7 @@ TEST_F(TextPanelTest, TextBecomesATable) {
         {"\t\n\t\t", 3, 2, {{"", ""}, {"", ""}, {""}}},
     };
     const int gapX = 2 * m_metrics.tmAveCharWidth;
-    const int rowHeight = m_metrics.tmHeight + pixels(100);
+    const int gapY = pixels(100);
     for (const auto& c : cases) {
         layOut(c.text);
         ASSERT_EQ(m_panel.m_nCols, c.cols) << c.text;
@@ -50,6 +50,7 @@ TEST_F(TextPanelTest, TextBecomesATable) {
             width += widest;
         }
         EXPECT_EQ(m_panel.m_fWidth, width) << c.text;
+        const int rowHeight = gapY + extentOf(c.cellsOfColumns[0][0]).cy; // of nothing, for an empty cell
         EXPECT_EQ(m_panel.GetHeight(), c.rows * rowHeight + 2 * pixels(50) + m_metrics.tmInternalLeading);
     }
 }

@@ -30,7 +30,8 @@ std::shared_ptr<CvornCell[]> resizedCells(const CvornSpread& spread, int rows, i
 
 /// Refused before any memory is touched. Headers without cells count as well.
 bool isTooLarge(int rows, int cols) {
-    return std::max({std::int64_t{rows}, std::int64_t{cols}, std::int64_t{rows} * cols}) > CvornSpread::MaxCells;
+    return std::max({std::int64_t{rows}, std::int64_t{cols}, std::int64_t{rows} * cols}) >
+           CvornSpread::MaxCells;
 }
 
 using Headers = std::shared_ptr<CvornSpreadHeader[]>;
