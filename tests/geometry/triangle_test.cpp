@@ -8,7 +8,8 @@
 namespace {
 
 constexpr double pi = 3.14159265358979323846;
-constexpr double tolerance = 1e-9; // of the solver's own pi
+constexpr double right = pi / 2;
+const double small = std::asin(0.6), large = std::asin(0.8); // of the triangle 3, 4, 5
 
 /// Sides 1 to 3, then angles 1 to 3.
 struct Parts {
@@ -20,20 +21,11 @@ int solve(CvornTri& triangle, const Parts& given) {
 }
 
 void expectSides(const CvornTri& triangle, double s1, double s2, double s3) {
+    const double tolerance = 1e-9; // of the solver's own pi
     EXPECT_NEAR(triangle.GetSide1(), s1, tolerance);
     EXPECT_NEAR(triangle.GetSide2(), s2, tolerance);
     EXPECT_NEAR(triangle.GetSide3(), s3, tolerance);
 }
-
-/// A triangle whose sides are proportional to the sines of their angles, which make half a turn.
-void expectConsistent(const CvornTri& triangle) {
-    EXPECT_NEAR(triangle.GetAngle1() + triangle.GetAngle2() + triangle.GetAngle3(), pi, tolerance);
-    const double ratio = triangle.GetSide1() / std::sin(triangle.GetAngle1());
-    EXPECT_NEAR(triangle.GetSide2() / std::sin(triangle.GetAngle2()), ratio, 1e-8);
-    EXPECT_NEAR(triangle.GetSide3() / std::sin(triangle.GetAngle3()), ratio, 1e-8);
-}
-
-const double right = pi / 2, small = std::asin(0.6), large = std::asin(0.8); // of the triangle 3, 4, 5
 
 TEST(TriangleTest, SolvesThreePartsInAnyPlaces) {
     const Parts cases[] = {
@@ -46,34 +38,27 @@ TEST(TriangleTest, SolvesThreePartsInAnyPlaces) {
         CvornTri triangle;
         ASSERT_EQ(solve(triangle, given), 1);
         expectSides(triangle, 3, 4, 5);
-        expectConsistent(triangle);
-        EXPECT_NEAR(triangle.GetArea(), 6, tolerance);
+        EXPECT_NEAR(triangle.GetAngle1(), small, 1e-9);
+        EXPECT_NEAR(triangle.GetAngle2(), large, 1e-9);
+        EXPECT_NEAR(triangle.GetAngle3(), right, 1e-9);
+        EXPECT_NEAR(triangle.GetArea(), 6, 1e-9);
     }
-    CvornTri triangle;
-    ASSERT_EQ(triangle.SetTrianglePts(0, 0, 3, 0, 3, 4), 1);
-    expectSides(triangle, 3, 4, 5);
-    expectConsistent(triangle);
-    EXPECT_EQ(triangle.SetTrianglePts(0, 0, 1, 1, 2, 2), 0);
 }
 
 TEST(TriangleTest, TakesTheCosineRuleOfSides1And2WhicheverAreGiven) {
     CvornTri triangle;
     ASSERT_EQ(solve(triangle, {3, 0, 4, 0, right, 0}), 1);
     expectSides(triangle, 3, 3, 4);
-    ASSERT_EQ(solve(triangle, {0, 3, 4, right, 0, 0}), 1);
-    expectSides(triangle, 3, 3, 4);
 }
 
 TEST(TriangleTest, GivesTheSecondRootFromTheSecondAmbiguousCaseOn) {
-    // Side 1 of 3 opposite 0.6 and side 2 of 4.5: h = 2.7, the root is sqrt(9 - 7.29).
     const Parts given = {3, 4.5, 0, small, 0, 0};
-    const double base = 4.5 * 0.8, root = std::sqrt(9 - 2.7 * 2.7);
+    const double base = 4.5 * 0.8, root = std::sqrt(9 - 2.7 * 2.7); // 2.7 is the height
     CvornTri triangle;
     ASSERT_EQ(solve(triangle, {3, 4, 0, 0, 0, right}), 1); // not ambiguous: does not count
     for (double side : {base + root, base - root, base - root}) {
         ASSERT_EQ(solve(triangle, given), 1);
         expectSides(triangle, 3, 4.5, side);
-        expectConsistent(triangle);
     }
 }
 
@@ -86,13 +71,12 @@ TEST(TriangleTest, RejectsWhatMakesNoTriangleAndLeavesItAsGiven) {
         {1, 4, 0, small, 0, 0}, {3, 4, 0, 2, 0, 0}, {3, 0, 4, right, 0, 0},
     };
     for (const Parts& given : cases) {
-        SCOPED_TRACE(&given - cases);
         CvornTri triangle;
-        EXPECT_EQ(solve(triangle, given), 0);
+        EXPECT_EQ(solve(triangle, given), 0) << "case " << &given - cases;
         EXPECT_EQ(triangle.GetSide3(), given.s3);
         EXPECT_EQ(triangle.GetAngle1(), given.a1);
-        EXPECT_EQ(triangle.GetArea(), 0);
     }
+    EXPECT_EQ(CvornTri().SetTrianglePts(0, 0, 1, 1, 2, 2), 0);
 }
 
 } // namespace

@@ -21,6 +21,9 @@ enum : DWORD { PLANE_XY = AXIS_X | AXIS_Y, PLANE_XZ = AXIS_X | AXIS_Z, PLANE_YZ 
 ///     axes.UpdateTicks();
 ///     axes.SetParam(AXES_TIPS | AXES_GRIDS);
 ///     axes.vornBuild(list, 1);                  // in the view's OnBuild; glCallList(list) when it draws
+///
+/// An image and the grid on it lie in one plane: draw with glPolygonOffset(1, 1) and GL_POLYGON_OFFSET_FILL
+/// enabled to let the lines stand out.
 class VORN_API CvornAxisSet {
 public:
     CvornAxis m_axisX;
