@@ -1,0 +1,450 @@
+// SPDX-License-Identifier: MIT
+#include "tests/framework/framework_test.h"
+
+#include <afxcoll.h>
+#include <afxpriv.h>
+#include <afxwin.h>
+
+#include <algorithm>
+#include <set>
+#include <vector>
+
+namespace {
+
+using Bytes = std::vector<BYTE>;
+
+/// Part of a picture of linked objects. Owns none of what it points to; all that live are on a list.
+class Link : public CObject {
+    DECLARE_SERIAL(Link)
+public:
+    Link() { s_living.insert(this); }
+    ~Link() override { s_living.erase(this); }
+    void Serialize(CArchive& ar) override {
+        if (ar.IsStoring()) {
+            ar << m_strName << m_pNext;
+        } else {
+            ar >> m_strName >> m_pNext;
+        }
+    }
+    static void deleteAll() {
+        while (!s_living.empty())
+            delete *s_living.begin();
+    }
+
+    CString m_strName;
+    CObject* m_pNext = nullptr;
+    static inline std::set<Link*> s_living;
+};
+IMPLEMENT_SERIAL(Link, CObject, 3)
+
+/// Reads older versions of itself.
+class Versioned : public CObject {
+    DECLARE_SERIAL(Versioned)
+public:
+    void Serialize(CArchive& ar) override {
+        if (ar.IsLoading()) m_nSeen = ar.GetObjectSchema();
+    }
+    UINT m_nSeen = 0;
+};
+IMPLEMENT_SERIAL(Versioned, CObject, VERSIONABLE_SCHEMA | 5)
+
+template <typename Store>
+Bytes stored(Store store, int bufferSize = 4096) {
+    CMemFile file;
+    CArchive ar(&file, CArchive::store, bufferSize);
+    store(ar);
+    ar.Close();
+    Bytes bytes(static_cast<size_t>(file.GetLength()));
+    file.SeekToBegin();
+    file.Read(bytes.data(), static_cast<UINT>(bytes.size()));
+    return bytes;
+}
+
+template <typename Load>
+void loaded(Bytes bytes, Load load, int bufferSize = 4096) {
+    CMemFile file(bytes.data(), static_cast<UINT>(bytes.size()));
+    CArchive ar(&file, CArchive::load, bufferSize);
+    load(ar);
+}
+
+template <typename Load>
+int causeOfLoading(const Bytes& bytes, Load load) {
+    return causeOf<CArchiveException>([&] { loaded(bytes, load); });
+}
+
+template <typename T>
+CArchive& readOne(CArchive& ar) {
+    T value{};
+    return ar >> value;
+}
+
+TEST(Archive, StoresNumbersLittleEndianInTheirWidth) {
+    const Bytes bytes = stored([](CArchive& ar) {
+        ar << BYTE{1} << WORD{0x0203} << DWORD{0x04050607} << short{-2} << 1.0f << true << 'c';
+        ar << LONGLONG{-1} << L'w' << CPoint(1, -1) << CSize(2, 3) << CRect(4, 5, 6, 7) << 2.0;
+    });
+    const Bytes start = {1, 3, 2, 7, 6, 5, 4, 0xFE, 0xFF, 0, 0, 0x80, 0x3F, 1, 'c', 0xFF};
+    ASSERT_EQ(bytes.size(), 15u + 8 + 2 + 8 + 8 + 16 + 8);
+    EXPECT_TRUE(std::equal(start.begin(), start.end(), bytes.begin()));
+    loaded(bytes, [](CArchive& ar) {
+        BYTE by = 0;
+        WORD w = 0;
+        DWORD dw = 0;
+        short n = 0;
+        float f = 0;
+        bool b = false;
+        char c = 0;
+        LONGLONG q = 0;
+        wchar_t wide = 0;
+        CPoint point;
+        CSize size;
+        CRect rect;
+        double d = 0;
+        ar >> by >> w >> dw >> n >> f >> b >> c >> q >> wide >> point >> size >> rect >> d;
+        EXPECT_TRUE(by == 1 && w == 0x0203 && dw == 0x04050607 && n == -2 && f == 1.0f && b && c == 'c' &&
+                    q == -1);
+        EXPECT_TRUE(wide == L'w' && point == CPoint(1, -1) && size == CSize(2, 3) && d == 2.0);
+        EXPECT_EQ(rect, CRect(4, 5, 6, 7));
+    });
+}
+
+TEST(Archive, StoresStringsWithTheShortestLength) {
+    const struct {
+        size_t length;
+        Bytes prefix;
+    } cases[] = {
+        {0, {0}},
+        {254, {254}},
+        {255, {0xFF, 255, 0}},
+        {0xFFFD, {0xFF, 0xFD, 0xFF}},
+        {0xFFFE, {0xFF, 0xFF, 0xFF, 0xFE, 0xFF, 0, 0}},
+        {200000, {0xFF, 0xFF, 0xFF, 0x40, 0x0D, 0x03, 0}},
+    };
+    for (const auto& [length, prefix] : cases) {
+        const CString s('s', static_cast<int>(length));
+        const Bytes bytes = stored([&](CArchive& ar) { ar << s << "end"; });
+        ASSERT_EQ(bytes.size(), prefix.size() + length + 4);
+        EXPECT_TRUE(std::equal(prefix.begin(), prefix.end(), bytes.begin())) << length;
+        loaded(bytes, [&](CArchive& ar) {
+            CString read, end;
+            ar >> read >> end;
+            EXPECT_TRUE(read == s && end == "end") << length;
+        });
+    }
+    const CString nulls("a\0b", 3);
+    loaded(stored([&](CArchive& ar) { ar << nulls; }), [&](CArchive& ar) {
+        CString read;
+        ar >> read;
+        EXPECT_EQ(read, nulls);
+    });
+    loaded({0xFF, 0xFE, 0xFF, 2, 'h', 0, 0xE9, 0}, [](CArchive& ar) {
+        CString read;
+        ar >> read;
+        EXPECT_EQ(text(read), "h\xE9") << "a Unicode string";
+    });
+}
+
+TEST(Archive, WorksWithEveryBufferSize) {
+    Bytes block(1000);
+    for (size_t i = 0; i < block.size(); ++i)
+        block[i] = static_cast<BYTE>(i * 7);
+    for (const int size : {0, 1, 128, 129, 1000, 4096}) {
+        SCOPED_TRACE(size);
+        const Bytes bytes = stored(
+            [&](CArchive& ar) {
+                for (UINT piece = 1; piece < block.size(); piece += 97)
+                    ar.Write(block.data(), piece);
+            },
+            size);
+        loaded(
+            bytes,
+            [&](CArchive& ar) {
+                Bytes read(block.size());
+                for (UINT piece = 1; piece < block.size(); piece += 97) {
+                    EXPECT_EQ(ar.Read(read.data(), piece), piece);
+                    EXPECT_TRUE(std::equal(read.begin(), read.begin() + piece, block.begin()));
+                }
+                EXPECT_EQ(ar.Read(read.data(), 10), 0u);
+            },
+            size);
+    }
+}
+
+TEST(Archive, FlushPutsTheFileWhereReadingIs) {
+    Bytes bytes = {'0', '1', '2', '3', '4', '5'};
+    CMemFile file(bytes.data(), static_cast<UINT>(bytes.size()));
+    CArchive ar(&file, CArchive::load);
+    readOne<WORD>(ar);
+    EXPECT_EQ(file.GetPosition(), 6u) << "read ahead";
+    ar.Flush();
+    EXPECT_EQ(file.GetPosition(), 2u);
+    BYTE direct = 0, next = 0;
+    file.Read(&direct, 1);
+    ar >> next;
+    EXPECT_EQ(std::string({static_cast<char>(direct), static_cast<char>(next)}), "23");
+    ar.Close();
+    EXPECT_EQ(file.GetPosition(), 4u);
+    EXPECT_EQ(causeOf<CArchiveException>([&] { ar >> next; }), CArchiveException::genericException);
+}
+
+TEST(Archive, ReadsLines) {
+    const auto write = [](CArchive& ar) { ar.WriteString("one\r\ntwo\n\rfour\r\nlast"); };
+    loaded(stored(write), [](CArchive& ar) {
+        std::string lines;
+        for (CString line; ar.ReadString(line);)
+            lines += text(line) + "|";
+        EXPECT_EQ(lines, "one|two||four|last|");
+    });
+    loaded(stored(write), [](CArchive& ar) {
+        char buffer[5] = "####";
+        EXPECT_STREQ(ar.ReadString(buffer, 2), "on");
+        EXPECT_EQ(buffer[3], '#');
+        EXPECT_STREQ(ar.ReadString(buffer, 4), "e");
+    });
+}
+
+TEST(Archive, RefusesTheWrongDirection) {
+    EXPECT_EQ(causeOf<CArchiveException>([] { stored([](CArchive& ar) { readOne<int>(ar); }); }),
+              CArchiveException::writeOnly);
+    EXPECT_EQ(causeOfLoading({1, 2, 3, 4}, [](CArchive& ar) { ar << 1; }), CArchiveException::readOnly);
+}
+
+/// Remembers the largest piece that anyone wanted to have read.
+class WatchedFile : public CMemFile {
+public:
+    using CMemFile::CMemFile;
+    UINT Read(void* lpBuf, UINT nCount) override {
+        m_nLargest = std::max(m_nLargest, nCount);
+        return CMemFile::Read(lpBuf, nCount);
+    }
+    UINT m_nLargest = 0;
+};
+
+TEST(Archive, BelievesNoLength) {
+    const Bytes strings[] = {
+        {200, 'a', 'b'},
+        {0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0x7F, 'a'},
+        {0xFF, 0xFF, 0xFF, 0xFE, 0xFF, 0xFF, 0xFF, 'a'},
+        {0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 'a'},
+        {0xFF, 0xFE, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0x7F, 'a', 'b'},
+        {0xFF, 0xFF},
+    };
+    for (Bytes bytes : strings) {
+        WatchedFile file(bytes.data(), static_cast<UINT>(bytes.size()));
+        CArchive ar(&file, CArchive::load);
+        CString s("kept");
+        EXPECT_EQ(causeOf<CArchiveException>([&] { ar >> s; }), CArchiveException::endOfFile);
+        EXPECT_EQ(text(s), "kept");
+        EXPECT_LE(file.m_nLargest, 0x10000u);
+    }
+    EXPECT_EQ(causeOfLoading({0xFF, 0xFE, 0xFF, 0xFF, 0xFE, 0xFF, 1, 'a'}, readOne<CString>),
+              CArchiveException::badIndex);
+    CStringArray names;
+    CList<double> numbers;
+    names.Add("kept");
+    const Bytes count = {0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0, 0, 0, 0, 1, 0, 0, 0, 0};
+    EXPECT_EQ(causeOfLoading(count, [&](CArchive& ar) { names.Serialize(ar); }),
+              CArchiveException::endOfFile);
+    EXPECT_EQ(causeOfLoading(count, [&](CArchive& ar) { numbers.Serialize(ar); }),
+              CArchiveException::endOfFile);
+    EXPECT_EQ(text(names[0]), "kept");
+}
+
+TEST(Archive, StoresCollections) {
+    CArray<double> array;
+    CList<CString, LPCTSTR> list;
+    for (int i = 0; i < 3000; ++i)
+        array.SetAtGrow(i, i * 0.5);
+    list.AddTail("b");
+    list.AddHead("a");
+    list.InsertAfter(list.Find("b"), "d");
+    list.InsertBefore(list.Find("d"), "c");
+    list.RemoveAt(list.FindIndex(1));
+    const Bytes bytes = stored([&](CArchive& ar) {
+        array.Serialize(ar);
+        list.Serialize(ar);
+    });
+    loaded(bytes, [](CArchive& ar) {
+        CArray<double> readArray;
+        CList<CString, LPCTSTR> readList;
+        readArray.Serialize(ar);
+        readList.Serialize(ar);
+        ASSERT_EQ(readArray.GetSize(), 3000);
+        EXPECT_EQ(readArray[2999], 1499.5);
+        EXPECT_TRUE(throws<CInvalidArgException>([&] { readArray.GetAt(3000); }));
+        EXPECT_TRUE(throws<CInvalidArgException>([&] { readArray.RemoveAt(2999, 2); }));
+        std::string letters;
+        for (POSITION at = readList.GetTailPosition(); at != nullptr;)
+            letters += text(readList.GetPrev(at));
+        EXPECT_EQ(letters, "dca");
+        readList.RemoveAll();
+        EXPECT_TRUE(throws<CInvalidArgException>([&] { readList.RemoveHead(); }));
+    });
+}
+
+/// Two links that point at each other, a null, and both again.
+Bytes storedRing() {
+    Link first, second;
+    first.m_strName = "first";
+    second.m_strName = "second";
+    first.m_pNext = &second;
+    second.m_pNext = &first;
+    return stored([&](CArchive& ar) { ar << &first << static_cast<Link*>(nullptr) << &second << 77; });
+}
+
+void loadRing(CArchive& ar) {
+    Link *first = nullptr, *none = nullptr, *second = nullptr;
+    int number = 0;
+    ar >> first >> none >> second >> number;
+}
+
+TEST(Archive, StoresEachObjectAndClassOnce) {
+    const Bytes ring = storedRing();
+    const Bytes expected = {0xFF, 0xFF, 3,   0,   4, 0,    'L', 'i', 'n', 'k', 5,   'f',
+                            'i',  'r',  's', 't', 1, 0x80, 6,   's', 'e', 'c', 'o', 'n',
+                            'd',  2,    0,   0,   0, 3,    0,   77,  0,   0,   0};
+    EXPECT_EQ(ring, expected);
+    loaded(ring, [](CArchive& ar) {
+        Link *first = nullptr, *none = first, *second = nullptr;
+        ar >> first >> none >> second;
+        ASSERT_TRUE(first != nullptr && second != nullptr);
+        EXPECT_EQ(first->m_pNext, second);
+        EXPECT_EQ(second->m_pNext, first);
+        EXPECT_EQ(none, nullptr);
+        EXPECT_EQ(text(second->m_strName), "second");
+    });
+    EXPECT_EQ(Link::s_living.size(), 2u);
+    Link::deleteAll();
+}
+
+TEST(Archive, RefusesBrokenObjectsAndLeavesNothingBehind) {
+    const Bytes ring = storedRing();
+    for (size_t length = 0; length < ring.size(); ++length) {
+        const Bytes cut(ring.begin(), ring.begin() + static_cast<ptrdiff_t>(length));
+        EXPECT_EQ(causeOfLoading(cut, loadRing), CArchiveException::endOfFile) << length;
+        // Of two objects read, the inner one was whole from byte 27 on, and is held by nobody once the outer
+        // fails.
+        EXPECT_LE(Link::s_living.size(), length < 27 ? 0u : 2u) << length;
+        Link::deleteAll();
+    }
+    for (size_t at = 0; at < ring.size(); ++at) {
+        for (const int change : {0x01, 0x02, 0x80, 0xFF}) {
+            Bytes broken(ring);
+            broken[at] ^= static_cast<BYTE>(change);
+            causeOfLoading(broken, loadRing); // whatever comes out of it, it is an archive's answer
+            Link::deleteAll();
+        }
+    }
+    const struct {
+        const char* what;
+        Bytes bytes;
+        int cause;
+    } cases[] = {
+        {"an object not yet read", {9, 0}, CArchiveException::badIndex},
+        {"a class not yet read", {9, 0x80}, CArchiveException::badIndex},
+        {"the null class", {0, 0x80}, CArchiveException::badIndex},
+        {"a far object", {0xFF, 0x7F, 0xFF, 0xFF, 0xFF, 0x7F}, CArchiveException::badIndex},
+        {"a far class", {0xFF, 0x7F, 0xFF, 0xFF, 0xFF, 0xFF}, CArchiveException::badIndex},
+        {"a class unknown here", {0xFF, 0xFF, 3, 0, 4, 0, 'L', 'i', 'm', 'b'}, CArchiveException::badClass},
+        {"a class name without end", {0xFF, 0xFF, 3, 0, 0xFF, 0xFF, 'L'}, CArchiveException::badClass},
+        {"another version",
+         {0xFF, 0xFF, 4, 0, 4, 0, 'L', 'i', 'n', 'k', 0, 0, 0},
+         CArchiveException::badSchema},
+        {"another class",
+         {0xFF, 0xFF, 9, 0, 9, 0, 'V', 'e', 'r', 's', 'i', 'o', 'n', 'e', 'd'},
+         CArchiveException::badClass},
+        {"its own class as its neighbour",
+         {0xFF, 0xFF, 3, 0, 4, 0, 'L', 'i', 'n', 'k', 0, 1, 0},
+         CArchiveException::badIndex},
+    };
+    for (const auto& c : cases) {
+        EXPECT_EQ(causeOfLoading(c.bytes, readOne<Link*>), c.cause) << c.what;
+        EXPECT_TRUE(Link::s_living.empty()) << c.what;
+    }
+}
+
+TEST(Archive, EndsAChainBeforeItEndsTheStack) {
+    Bytes chain = {0xFF, 0xFF, 3, 0, 4, 0, 'L', 'i', 'n', 'k', 0};
+    for (int i = 0; i < 100000; ++i)
+        chain.insert(chain.end(), {1, 0x80, 0});
+    EXPECT_EQ(causeOfLoading(chain, readOne<Link*>), CArchiveException::genericException);
+    EXPECT_TRUE(Link::s_living.empty());
+}
+
+TEST(Archive, TellsAnObjectTheVersionItWasStoredWith) {
+    Bytes bytes = stored([](CArchive& ar) { ar << std::make_unique<Versioned>().get(); });
+    for (const BYTE schema : {5, 2}) {
+        bytes[2] = schema;
+        loaded(bytes, [&](CArchive& ar) {
+            Versioned* object = nullptr;
+            ar >> object;
+            EXPECT_EQ(object->m_nSeen, schema);
+            EXPECT_EQ(ar.GetObjectSchema(), static_cast<UINT>(-1));
+            delete object;
+        });
+    }
+}
+
+TEST(Archive, CountsManyObjectsInWiderTags) {
+    const size_t count = 0x8100;
+    const Bytes bytes = stored([&](CArchive& ar) {
+        std::vector<std::unique_ptr<Link>> links(count);
+        for (auto& link : links)
+            ar << (link = std::make_unique<Link>()).get();
+        ar << links.back().get() << std::make_unique<Versioned>().get()
+           << std::make_unique<Versioned>().get();
+    });
+    loaded(bytes, [&](CArchive& ar) {
+        Link* last = nullptr;
+        for (size_t i = 0; i < count; ++i)
+            ar >> last;
+        Link* again = nullptr;
+        Versioned *first = nullptr, *second = nullptr;
+        ar >> again >> first >> second;
+        EXPECT_EQ(again, last);
+        EXPECT_TRUE(first != nullptr && second != nullptr && first != second);
+        delete first;
+        delete second;
+    });
+    EXPECT_EQ(Link::s_living.size(), count);
+    Link::deleteAll();
+}
+
+TEST(ArchiveStream, IsAStreamForOle) {
+    Bytes bytes(10000);
+    for (size_t i = 0; i < bytes.size(); ++i)
+        bytes[i] = static_cast<BYTE>(i % 251);
+    CMemFile file(bytes.data(), static_cast<UINT>(bytes.size()));
+    CArchive ar(&file, CArchive::load);
+    CArchiveStream stream(&ar);
+    IStream* asStream = nullptr;
+    ASSERT_EQ(stream.QueryInterface(IID_IStream, reinterpret_cast<void**>(&asStream)), S_OK);
+    STATSTG stat{};
+    EXPECT_EQ(asStream->Stat(&stat, STATFLAG_NONAME), S_OK);
+    EXPECT_EQ(stat.cbSize.QuadPart, 10000u);
+
+    BYTE read[4] = {};
+    ULONG count = 0;
+    ULARGE_INTEGER position{};
+    EXPECT_EQ(asStream->Read(read, 4, &count), S_OK);
+    EXPECT_EQ(asStream->Seek({.QuadPart = 0}, STREAM_SEEK_CUR, &position), S_OK);
+    EXPECT_EQ(position.QuadPart, 4u) << "the reader's position, not that of the read-ahead";
+    EXPECT_EQ(asStream->Seek({.QuadPart = -2}, STREAM_SEEK_END, nullptr), S_OK);
+    EXPECT_EQ(asStream->Read(read, 4, &count), S_FALSE);
+    EXPECT_TRUE(count == 2 && read[1] == bytes.back());
+    EXPECT_EQ(asStream->Seek({.QuadPart = -2}, STREAM_SEEK_SET, nullptr), STG_E_SEEKERROR);
+    EXPECT_EQ(asStream->Write(read, 1, &count), STG_E_WRITEFAULT);
+    EXPECT_EQ(asStream->Seek({.QuadPart = 5}, STREAM_SEEK_SET, nullptr), S_OK);
+
+    CMemFile copy;
+    CArchive copyArchive(&copy, CArchive::store);
+    CArchiveStream copyStream(&copyArchive);
+    ULARGE_INTEGER copied{}, written{};
+    EXPECT_EQ(asStream->CopyTo(&copyStream, {.QuadPart = ~0ull}, &copied, &written), S_OK);
+    EXPECT_EQ(copied.QuadPart, 9995u);
+    EXPECT_EQ(written.QuadPart, 9995u);
+    EXPECT_EQ(copyStream.Commit(STGC_DEFAULT), S_OK);
+    EXPECT_EQ(copy.GetLength(), 9995u);
+}
+
+} // namespace
