@@ -109,8 +109,11 @@ BOOL CWinApp::InitApplication() {
 }
 
 int CWinApp::Run() {
-    // Without a window there is nothing that would ever end the loop.
-    if (m_pMainWnd == nullptr) AfxPostQuitMessage(0);
+    // Without a window there is nothing that would ever end the loop, unless the program has ended it
+    // already.
+    MSG quit;
+    const bool ended = ::PeekMessageA(&quit, nullptr, WM_QUIT, WM_QUIT, PM_NOREMOVE);
+    if (m_pMainWnd == nullptr && !ended) AfxPostQuitMessage(0);
     return CWinThread::Run();
 }
 

@@ -32,8 +32,17 @@ HMODULE moduleAt(const void* address) {
 
 thread_local AFX_MODULE_STATE* currentState = nullptr;
 
-bool hasResource(HINSTANCE module, LPCTSTR name, LPCTSTR type) {
-    return ::FindResourceA(module, name, type) != nullptr;
+/// The first of the modules that resources are looked for in that has what is looked for; the current one if
+/// none has.
+template <typename Has>
+HINSTANCE firstModule(Has has) {
+    const HINSTANCE current = AfxGetResourceHandle();
+    const HINSTANCE candidates[] = {current, moduleAt(&CObject::classCObject),
+                                    AfxGetAppModuleState()->m_hCurrentResourceHandle};
+    for (const HINSTANCE candidate : candidates) {
+        if (has(candidate)) return candidate;
+    }
+    return current;
 }
 
 } // namespace
@@ -80,13 +89,14 @@ void AFXAPI AfxSetResourceHandle(HINSTANCE hInstResource) {
 }
 
 HINSTANCE AFXAPI AfxFindResourceHandle(LPCTSTR lpszName, LPCTSTR lpszType) {
-    const HINSTANCE current = AfxGetResourceHandle();
-    const HINSTANCE candidates[] = {current, moduleAt(&CObject::classCObject),
-                                    AfxGetAppModuleState()->m_hCurrentResourceHandle};
-    for (const HINSTANCE candidate : candidates) {
-        if (hasResource(candidate, lpszName, lpszType)) return candidate;
-    }
-    return current;
+    return firstModule(
+        [=](HINSTANCE module) { return ::FindResourceA(module, lpszName, lpszType) != nullptr; });
+}
+
+HINSTANCE AFXAPI AfxFindStringResourceHandle(UINT nID) {
+    LPCWSTR text = nullptr; // with a buffer size of 0 the system only points to the string
+    return firstModule(
+        [&](HINSTANCE module) { return ::LoadStringW(module, nID, reinterpret_cast<LPWSTR>(&text), 0) > 0; });
 }
 
 int AFXAPI AfxLoadString(UINT nIDS, LPTSTR lpszBuf, UINT nMaxBuf) {

@@ -261,7 +261,7 @@ void CString::FormatV(LPCTSTR pszFormat, va_list args) {
 }
 
 BOOL CString::LoadString(UINT nID) {
-    return LoadString(AfxFindResourceHandle(MAKEINTRESOURCE(nID / 16 + 1), RT_STRING), nID);
+    return LoadString(AfxFindStringResourceHandle(nID), nID);
 }
 
 BOOL CString::LoadString(HINSTANCE hInstance, UINT nID) {

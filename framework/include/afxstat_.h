@@ -57,6 +57,8 @@ VORNAFX_API void AFXAPI AfxSetResourceHandle(HINSTANCE hInstResource);
 /// The module that holds the resource: the current resource module, else the framework's own DLL, else the
 /// program; the current resource module when none does.
 VORNAFX_API HINSTANCE AFXAPI AfxFindResourceHandle(LPCTSTR lpszName, LPCTSTR lpszType);
+/// Likewise for one string of a string table.
+VORNAFX_API HINSTANCE AFXAPI AfxFindStringResourceHandle(UINT nID);
 /// Loads a string of the current resource module into a buffer; its length, 0 with an empty text when there
 /// is none.
 VORNAFX_API int AFXAPI AfxLoadString(UINT nIDS, LPTSTR lpszBuf, UINT nMaxBuf = 256);

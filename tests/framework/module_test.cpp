@@ -1,0 +1,218 @@
+// SPDX-License-Identifier: MIT
+#include "tests/framework/framework_test.h"
+#include "tests/framework/module_probe.h"
+
+#include <afxwin.h>
+
+#include <thread>
+#include <vector>
+
+namespace {
+
+/// module_probe.dll, loaded for a scope.
+class LoadedProbe {
+public:
+    LoadedProbe() : m_module(::LoadLibraryA("module_probe.dll")) {
+        using Entry = ModuleProbe (*)();
+        const auto entry =
+            reinterpret_cast<Entry>(reinterpret_cast<void*>(::GetProcAddress(m_module, "moduleProbe")));
+        m_probe = entry();
+    }
+    ~LoadedProbe() { ::FreeLibrary(m_module); }
+    LoadedProbe(const LoadedProbe&) = delete;
+    LoadedProbe& operator=(const LoadedProbe&) = delete;
+    const ModuleProbe* operator->() const { return &m_probe; }
+    HINSTANCE module() const { return m_module; }
+    std::string string(unsigned id) const {
+        char buffer[64];
+        m_probe.loadString(id, buffer, sizeof buffer);
+        return buffer;
+    }
+
+private:
+    HMODULE m_module;
+    ModuleProbe m_probe;
+};
+
+/// Answers message boxes and remembers them.
+class AnsweringApp : public CWinApp {
+public:
+    using CWinApp::CWinApp;
+    int DoMessageBox(LPCTSTR lpszPrompt, UINT nType, UINT nIDPrompt) override {
+        m_boxes.push_back(std::string(lpszPrompt) + "/" + std::to_string(nType) + "/" +
+                          std::to_string(nIDPrompt));
+        return IDNO;
+    }
+    std::vector<std::string> m_boxes;
+};
+
+TEST(Module, FindsTheResourcesOfTheModuleThatIsAtWork) {
+    const LoadedProbe probe;
+    CString s;
+    EXPECT_TRUE(s.LoadString(probeStringId));
+    EXPECT_EQ(text(s), "of the program");
+    EXPECT_FALSE(s.LoadString(probeOnlyStringId));
+    EXPECT_EQ(text(s), "of the program") << "unchanged when there is none";
+    EXPECT_EQ(text(CString(MAKEINTRESOURCE(probeStringId))), "of the program");
+    s.Format(102u, 3, CString("four"));
+    EXPECT_EQ(text(s), "3 of four");
+
+    EXPECT_EQ(probe.string(probeStringId), "of the probe");
+    EXPECT_EQ(probe.string(probeOnlyStringId), "only the probe's");
+    EXPECT_EQ(probe.string(102), "%d of %s") << "the program's, where the module has none";
+    EXPECT_EQ(probe.string(4000), "");
+    char tiny[4] = "###";
+    EXPECT_EQ(probe->loadString(probeStringId, tiny, sizeof tiny), 3);
+    EXPECT_STREQ(tiny, "of ");
+    EXPECT_EQ(AfxGetResourceHandle(), ::GetModuleHandleA(nullptr)) << "the program's again";
+}
+
+TEST(Module, StateBelongsToTheThreadAndTheScope) {
+    const LoadedProbe probe;
+    AFX_MODULE_STATE other(probe.module());
+    {
+        AFX_MANAGE_STATE(&other);
+        EXPECT_EQ(AfxGetInstanceHandle(), probe.module());
+        HINSTANCE elsewhere = nullptr;
+        std::thread([&] { elsewhere = AfxGetInstanceHandle(); }).join();
+        EXPECT_EQ(elsewhere, ::GetModuleHandleA(nullptr));
+    }
+    EXPECT_EQ(AfxGetModuleState(), AfxGetAppModuleState());
+    EXPECT_EQ(AfxGetStaticModuleState(), AfxGetAppModuleState()) << "the program's own";
+    EXPECT_TRUE(throws<CUserException>([&] { probe->throwInside(); }));
+    EXPECT_EQ(AfxGetModuleState(), AfxGetAppModuleState()) << "though an exception left the scope";
+}
+
+TEST(Module, ApplicationObjectOfADllIsItsOwn) {
+    EXPECT_EQ(AfxGetApp(), nullptr);
+    {
+        const LoadedProbe probe;
+        EXPECT_EQ(AfxGetApp(), nullptr);
+        AnsweringApp program("The program");
+        EXPECT_EQ(AfxGetApp(), &program);
+        EXPECT_EQ(probe->appOutside(), &program);
+        CWinApp* const inside = probe->appInside();
+        ASSERT_TRUE(inside != nullptr && inside != &program);
+        EXPECT_STREQ(inside->m_pszAppName, "The probe");
+        EXPECT_STREQ(inside->m_pszExeName, "module_probe");
+        EXPECT_EQ(inside->m_hInstance, probe.module());
+        EXPECT_STREQ(AfxGetAppName(), "The program");
+
+        EXPECT_EQ(probe->messageBox("asked by the DLL"), IDNO);
+        EXPECT_EQ(AfxMessageBox("asked"), IDNO);
+        EXPECT_EQ(AfxMessageBox(probeStringId, MB_OKCANCEL), IDNO);
+        EXPECT_EQ(CFileException(CFileException::diskFull, -1, "a").ReportError(MB_ICONSTOP), IDNO);
+        EXPECT_EQ(program.m_boxes,
+                  (std::vector<std::string>{"asked by the DLL/4/0", "asked/0/0", "of the program/1/100",
+                                            "The disk is full while accessing a./16/0"}));
+    }
+    EXPECT_EQ(AfxGetApp(), nullptr);
+}
+
+TEST(Module, LeavesNothingOfAnUnloadedDll) {
+    for (int round = 0; round < 3; ++round) {
+        const LoadedProbe probe;
+        ASSERT_NE(CRuntimeClass::FromName("Probed"), nullptr);
+        EXPECT_EQ(probe.string(probeStringId), "of the probe") << "the module's own again, round " << round;
+        EXPECT_NE(probe->appInside(), nullptr);
+        probe->spoilResources();
+        EXPECT_NE(probe.string(probeStringId), "of the probe");
+    }
+    EXPECT_EQ(CRuntimeClass::FromName("Probed"), nullptr);
+}
+
+/// Remembers what its loop does; ends on WM_APP.
+class LoopApp : public CWinApp {
+public:
+    BOOL PreTranslateMessage(MSG* pMsg) override {
+        m_trace += "pre" + std::to_string(pMsg->message - WM_APP) + " ";
+        if (pMsg->message == WM_APP) AfxPostQuitMessage(5);
+        return pMsg->message == WM_APP + 2 || CWinApp::PreTranslateMessage(pMsg);
+    }
+    BOOL OnIdle(LONG lCount) override {
+        m_trace += "idle" + std::to_string(lCount) + " ";
+        if (lCount == 1) ::PostThreadMessageA(m_nThreadID, WM_APP, 0, 0);
+        return lCount < 1;
+    }
+    std::string m_trace;
+};
+
+/// Takes message 1 before it is dispatched, and remembers those that reach it.
+class LoopWindow : public CWnd {
+public:
+    BOOL PreTranslateMessage(MSG* pMsg) override {
+        m_trace += "pre" + std::to_string(pMsg->message - WM_APP) + " ";
+        return pMsg->message == WM_APP + 1 && m_bTakes;
+    }
+    LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override {
+        if (message > WM_APP) m_trace += "got" + std::to_string(message - WM_APP) + " ";
+        return CWnd::WindowProc(message, wParam, lParam);
+    }
+    BOOL m_bTakes = FALSE;
+    std::string m_trace;
+};
+
+TEST(MessageLoop, OffersMessagesFromTheWindowUpAndIdlesBetween) {
+    LoopApp app;
+    LoopWindow frame, child;
+    frame.CreateEx(0, AfxRegisterWndClass(0), "frame", WS_POPUP, 0, 0, 10, 10, nullptr, nullptr);
+    child.CreateEx(0, AfxRegisterWndClass(0), "child", WS_CHILD, 0, 0, 10, 10, frame.m_hWnd, nullptr);
+    app.m_pMainWnd = &frame;
+    EXPECT_EQ(AfxGetMainWnd(), &frame);
+    MSG waiting;
+    while (::PeekMessageA(&waiting, nullptr, 0, 0, PM_REMOVE)) {
+    }
+    child.PostMessage(WM_APP + 1);
+    child.PostMessage(WM_APP + 2);
+    child.PostMessage(WM_APP + 3);
+    frame.m_bTakes = TRUE;
+    EXPECT_EQ(app.Run(), 5);
+    EXPECT_EQ(app.m_trace, "pre1 pre2 pre3 idle0 idle1 pre0 ");
+    EXPECT_EQ(child.m_trace, "pre1 pre3 got3 ") << "the frame took 1, the application 2";
+    EXPECT_EQ(frame.m_trace, "pre1 pre3 ");
+    app.m_pMainWnd = nullptr;
+    frame.DestroyWindow();
+}
+
+TEST(MessageLoop, MouseMovesInPlaceAreNoReasonToIdle) {
+    LoopApp app;
+    MSG move{nullptr, WM_MOUSEMOVE, 0, 0, 0, {5, 5}};
+    MSG paint{nullptr, WM_PAINT, 0, 0, 0, {}};
+    MSG key{nullptr, WM_KEYDOWN, 0, 0, 0, {}};
+    EXPECT_TRUE(app.IsIdleMessage(&move));
+    EXPECT_FALSE(app.IsIdleMessage(&move));
+    move.pt.x = 6;
+    EXPECT_TRUE(app.IsIdleMessage(&move));
+    EXPECT_FALSE(app.IsIdleMessage(&paint));
+    EXPECT_TRUE(app.IsIdleMessage(&key));
+}
+
+TEST(WinMain, ChoosesTheExitStatus) {
+    const struct {
+        const char* arguments;
+        DWORD status;
+    } cases[] = {
+        {"quit 7", 17},    // the quit message's code, and what ExitInstance makes of it
+        {"close", 10},     // the main window's end is the program's
+        {"no window", 10}, // nothing to wait for
+        {"refuse", 99},    // InitInstance failed: no loop
+    };
+    for (const auto& [arguments, status] : cases) {
+        std::string line = std::string("winmain_probe.exe ") + arguments;
+        STARTUPINFOA start{};
+        start.cb = sizeof start;
+        PROCESS_INFORMATION process{};
+        ASSERT_TRUE(::CreateProcessA(nullptr, line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
+                                     &start, &process));
+        DWORD exitStatus = 0;
+        if (::WaitForSingleObject(process.hProcess, 20000) != WAIT_OBJECT_0)
+            ::TerminateProcess(process.hProcess, 1000);
+        ::WaitForSingleObject(process.hProcess, INFINITE);
+        ::GetExitCodeProcess(process.hProcess, &exitStatus);
+        EXPECT_EQ(exitStatus, status) << arguments;
+        ::CloseHandle(process.hThread);
+        ::CloseHandle(process.hProcess);
+    }
+}
+
+} // namespace
