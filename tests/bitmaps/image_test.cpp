@@ -64,6 +64,23 @@ TEST(Image, NamesHoldSpacesAndAccents) {
     EXPECT_TRUE(::DeleteFileA(path.c_str()));
 }
 
+TEST(Image, HalfTransparentPixelsBlend) {
+    const support::TempFolder folder;
+    Bytes icon = support::samplePicture("ico");
+    for (size_t alpha = 62 + 3; alpha < 62 + 40 * 20 * 4; alpha += 4)
+        icon[alpha] = 128;
+    CvornImageCodec codec;
+    ASSERT_TRUE(codec.Load(folder.write("a.ico", icon).c_str()));
+    ASSERT_TRUE(codec.Save(folder.pathOf("a.png").c_str(), CvornImageCodec::FORMAT_PNG));
+    for (const char* name : {"a.ico", "a.png"}) {
+        CvornImageX image;
+        ASSERT_TRUE(image.Load(folder.pathOf(name).c_str())) << name;
+        Canvas canvas(40, 20, RGB(0, 0, 200));
+        image.Render(&dcOf(canvas), FALSE, margin, CRect(0, 0, 40, 20), nullptr);
+        EXPECT_TRUE(support::isNear(canvas.at(10, 5), RGB(128, 0, 100), 2)) << name;
+    }
+}
+
 class NamedImage : public CvornImageX {
 public:
     using CvornImageX::GetFileFromPathName;

@@ -112,13 +112,15 @@ void CvornImageX::Close() {
     Free();
 }
 
-BOOL CvornImageX::LoadOle(IStream* pStream) {
+BOOL CvornImageX::LoadOle(IStream* pStream, bool bLeaveBlended) {
     Free();
     HeapBytes bytes;
     if (pStream == nullptr || !readWholeStream(pStream, bytes)) return FALSE;
     // NOTE: loaders of some systems follow the offsets of a hostile file out of its bytes, so they get to see
     // only what has been checked. Metafiles, whose records nobody checks when they are played, are left out.
     if (checkPicture(bytes.view()) != PictureState::sound) return FALSE;
+    // An OLE picture knows no half-transparent pixels; the codec blends them.
+    if (bLeaveBlended && mayBlend(bytes.view())) return FALSE;
     ComScope com;
     ComPtr<MemoryStream> stream(new MemoryStream(std::move(bytes)));
     HRESULT result =
@@ -128,12 +130,12 @@ BOOL CvornImageX::LoadOle(IStream* pStream) {
     return m_bOpen;
 }
 
-BOOL CvornImageX::LoadOle(CFile& file) {
+BOOL CvornImageX::LoadOle(CFile& file, bool bLeaveBlended) {
     constexpr int bufferSize = 4096;
     try {
         CArchive ar(&file, CArchive::load | CArchive::bNoFlushOnDelete, bufferSize);
         CArchiveStream stream(&ar);
-        return LoadOle(&stream);
+        return LoadOle(&stream, bLeaveBlended);
     } catch (CException* failure) {
         failure->Delete();
         return FALSE;
@@ -150,20 +152,22 @@ BOOL CvornImageX::Load(const char* pszPath) {
     if (path.IsEmpty()) return TRUE;
     CFile file;
     if (!file.Open(path, CFile::modeRead | CFile::shareDenyWrite)) return FALSE;
-    if (!LoadOle(file)) {
-        file.Close();
-        auto image = std::make_shared<CvornImageCodec>();
-        if (!image->Load(path)) return FALSE;
-        m_pImage = std::move(image);
-        m_bOpen = TRUE;
-    }
+    if (!LoadOle(file, true) && !LoadCodec(path)) return FALSE;
     m_strPathName = path;
+    return TRUE;
+}
+
+BOOL CvornImageX::LoadCodec(const char* pszPath) {
+    auto image = std::make_shared<CvornImageCodec>();
+    if (!image->Load(pszPath)) return FALSE;
+    m_pImage = std::move(image);
+    m_bOpen = TRUE;
     return TRUE;
 }
 
 BOOL CvornImageX::Load(CFile& file) {
     AFX_MANAGE_STATE(AfxGetStaticModuleState());
-    return LoadOle(file);
+    return LoadOle(file, false);
 }
 
 BOOL CvornImageX::Load(CArchive& ar) {
@@ -175,7 +179,7 @@ BOOL CvornImageX::Load(CArchive& ar) {
 BOOL CvornImageX::Load(IStream* pStream) {
     AFX_MANAGE_STATE(AfxGetStaticModuleState());
     try {
-        return LoadOle(pStream);
+        return LoadOle(pStream, false);
     } catch (const std::bad_alloc&) {
         return FALSE;
     }

@@ -10,9 +10,10 @@
 class CvornImageCodec;
 
 /// One picture from a file, archive, stream or resource, drawn into a rectangle with alignment, aspect-ratio
-/// and background rules. JPEG, PNG, GIF, BMP, TIFF and icons load; metafiles do not. The system's OLE picture
-/// loader is tried first, then the image codec; what the rules below call an OLE picture came from the
-/// former. Broken and hostile files fail. Copies share the picture.
+/// and background rules. JPEG, PNG, GIF, BMP, TIFF and icons load; metafiles do not; broken and hostile files
+/// fail. The system's OLE picture loader comes first, then the image codec, which also takes PNG files and
+/// icons with half-transparent pixels, unknown to the former. Below, an OLE picture is one that the OLE
+/// loader read, a codec picture one of the codec. Copies share the picture.
 ///
 ///     CvornImageX image;
 ///     if (image.Load("logo.png")) image.Render(&dc, FALSE, RGB(255, 255, 255), rcClient, nullptr);
@@ -88,8 +89,9 @@ protected:
     BOOL m_bMaintainAspect = TRUE;
 
 private:
-    BOOL LoadOle(IStream* pStream);
-    BOOL LoadOle(CFile& file);
+    BOOL LoadOle(IStream* pStream, bool bLeaveBlended);
+    BOOL LoadOle(CFile& file, bool bLeaveBlended);
+    BOOL LoadCodec(const char* pszPath);
     bool Place(CDC* pDC, const CRect& rc, CRect& rcPlaced) const;
     void RenderOle(CDC* pDC, const CRect& rc, const RECT* pBounds) const;
 };

@@ -182,7 +182,40 @@ bool isSoundIcon(Bytes file) {
     return true;
 }
 
+bool isIcon(Bytes file) {
+    return startsWith(file, "\0\0\1\0", 4) || startsWith(file, "\0\0\2\0", 4);
+}
+
+/// A PNG has transparency in its pixels (the bit 4 of its colour type) or in a chunk of its own.
+bool mayBlendPng(Bytes file) {
+    if ((valueAt<uint8_t>(file, 25) & 4) != 0) return true;
+    constexpr BYTE chunk[] = {'t', 'R', 'N', 'S'}, pixels[] = {'I', 'D', 'A', 'T'};
+    auto before = std::ranges::search(file, pixels).begin();
+    return std::search(file.begin(), before, std::begin(chunk), std::end(chunk)) != before;
+}
+
+bool mayBlendIconImage(Bytes image) {
+    if (isSoundPng(image)) return mayBlendPng(image);
+    auto layout = bitmapLayout(image);
+    if (!layout || valueAt<uint16_t>(image, 14) != 32) return false;
+    Bytes pixels = image.subspan(layout->pixelOffset, layout->storedBytes / 2);
+    for (size_t alpha = 3; alpha < pixels.size(); alpha += 4) {
+        if (pixels[alpha] != 0 && pixels[alpha] != 255) return true;
+    }
+    return false;
+}
+
 } // namespace
+
+bool mayBlend(Bytes bytes) {
+    if (isSoundPng(bytes)) return mayBlendPng(bytes);
+    if (!isIcon(bytes) || !isSoundIcon(bytes)) return false;
+    for (uint64_t entry = 6; entry < 6 + 16 * uint64_t{valueAt<uint16_t>(bytes, 4)}; entry += 16) {
+        auto size = valueAt<uint32_t>(bytes, entry + 8), offset = valueAt<uint32_t>(bytes, entry + 12);
+        if (mayBlendIconImage(bytes.subspan(offset, size))) return true;
+    }
+    return false;
+}
 
 uint64_t bitmapPixelOffset(Bytes header) {
     auto layout = bitmapLayout(header);
@@ -195,8 +228,7 @@ PictureState checkPicture(Bytes bytes) {
     if (startsWith(bytes, "\x89P", 2)) return state(isSoundPng(bytes));
     if (startsWith(bytes, "GIF8", 4)) return state(isSoundGif(bytes));
     if (startsWith(bytes, "\xFF\xD8", 2)) return state(isSoundJpeg(bytes));
-    bool isIcon = startsWith(bytes, "\0\0\1\0", 4) || startsWith(bytes, "\0\0\2\0", 4);
-    if (isIcon) return state(isSoundIcon(bytes));
+    if (isIcon(bytes)) return state(isSoundIcon(bytes));
     return PictureState::unknown;
 }
 

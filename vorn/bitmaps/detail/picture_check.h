@@ -20,6 +20,9 @@ enum class PictureState {
 /// loaders trust the sizes and offsets in a file more than they should.
 PictureState checkPicture(std::span<const BYTE> bytes);
 
+/// Whether a sound picture has half-transparent pixels, or in a PNG may have them.
+bool mayBlend(std::span<const BYTE> bytes);
+
 /// Bytes from the beginning of a bitmap header to the pixels behind its colour table; 0 for a header that
 /// contradicts itself or that the bytes do not hold.
 uint64_t bitmapPixelOffset(std::span<const BYTE> header);
