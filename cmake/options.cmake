@@ -6,7 +6,8 @@ if(VORN_WERROR)
   target_compile_options(vorn_build_options INTERFACE -Werror)
 endif()
 if(VORN_UB_TRAPS)
-  # The target has no sanitizer runtime; a trap still stops at the fault with a backtrace.
+  # The target has no sanitizer runtime; a trap still stops at the fault with a backtrace. The framework's
+  # interface allows GetSafeHwnd and its like on null pointers.
   target_compile_options(vorn_build_options INTERFACE -fsanitize=undefined -fsanitize-undefined-trap-on-error
-                                                      -fno-sanitize=alignment,vptr)
+                                                      -fno-sanitize=alignment,vptr,null)
 endif()

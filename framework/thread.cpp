@@ -2,6 +2,7 @@
 // The message loop.
 
 #include "afxwin.h"
+#include "thread_state.h"
 
 #include "afxapp_.h"
 
@@ -23,6 +24,10 @@ CWinThread::~CWinThread() = default;
 BOOL CWinThread::InitInstance() {
     return FALSE;
 }
+LRESULT CWinThread::ProcessWndProcException(CException* e, const MSG* pMsg) {
+    return vornafx::resultOfException(*e, *pMsg);
+}
+
 CWnd* CWinThread::GetMainWnd() {
     return m_pMainWnd;
 }

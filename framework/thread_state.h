@@ -83,4 +83,7 @@ struct ThreadState {
 /// This thread's state, made when first asked for and ended with the thread.
 ThreadState& threadState();
 
+/// What a message results in whose handler threw; the user is told, unless that would go on for ever.
+LRESULT resultOfException(CException& exception, const MSG& message);
+
 } // namespace vornafx

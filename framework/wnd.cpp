@@ -182,27 +182,29 @@ private:
     MSG m_former;
 };
 
-/// What a message results in whose handler threw; the user is told, unless that would go on forever.
-LRESULT resultOfException(CException& exception, HWND window, UINT message) {
-    if (message == WM_CREATE) return -1;
-    if (message == WM_PAINT) {
-        ::ValidateRect(window, nullptr);
-        return 0;
-    }
-    if (!exception.IsKindOf(RUNTIME_CLASS(CUserException))) exception.ReportError(MB_ICONSTOP);
-    return message == WM_COMMAND ? TRUE : 0;
-}
-
 constexpr UINT queryWindowProcedure = 0x0360; // asks whether a window is the framework's
 
 } // namespace
+
+LRESULT vornafx::resultOfException(CException& exception, const MSG& message) {
+    if (message.message == WM_CREATE) return -1;
+    if (message.message == WM_PAINT) {
+        ::ValidateRect(message.hwnd, nullptr);
+        return 0;
+    }
+    if (!exception.IsKindOf(RUNTIME_CLASS(CUserException))) exception.ReportError(MB_ICONSTOP);
+    return message.message == WM_COMMAND ? TRUE : 0;
+}
 
 LRESULT AFXAPI AfxCallWndProc(CWnd* pWnd, HWND hWnd, UINT nMsg, WPARAM wParam, LPARAM lParam) {
     CurrentMessage current(hWnd, nMsg, wParam, lParam);
     try {
         return pWnd->WindowProc(nMsg, wParam, lParam);
     } catch (CException* exception) {
-        LRESULT result = resultOfException(*exception, hWnd, nMsg);
+        const MSG message = threadState().currentMessage;
+        CWinThread* thread = AfxGetThread();
+        LRESULT result = thread != nullptr ? thread->ProcessWndProcException(exception, &message)
+                                           : vornafx::resultOfException(*exception, message);
         exception->Delete();
         return result;
     }

@@ -28,6 +28,9 @@ public:
     virtual BOOL OnIdle(LONG lCount);
     /// FALSE for messages after which OnIdle need not run again (mouse moves in place, timers of the caret).
     virtual BOOL IsIdleMessage(MSG* pMsg);
+    /// Decides what a message results in whose handler threw, and tells the user: -1 for WM_CREATE, and a
+    /// WM_PAINT that fails is not repeated. The exception is deleted afterwards.
+    virtual LRESULT ProcessWndProcException(CException* e, const MSG* pMsg);
     /// Called once after the loop; its result is the exit status, by default that of WM_QUIT.
     virtual int ExitInstance();
     /// The main window; null when there is none.

@@ -47,52 +47,56 @@ enum AfxSig : UINT_PTR {
     AfxSigNotify_bu,
 };
 
+namespace vornafx {
+
 /// Turns a handler into the form that message maps store.
 template <typename Handler>
-inline AFX_PMSG AfxStoredHandler(Handler handler) {
+AFX_PMSG storedHandler(Handler handler) {
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wcast-function-type"
     return reinterpret_cast<AFX_PMSG>(handler);
 #pragma GCC diagnostic pop
 }
 
+} // namespace vornafx
+
 /// A line for a window message whose handler must have exactly the given type.
-#define AFX_WM_LINE(message, sig, result, memberFxn, arguments)                                              \
-    {message, 0, 0, 0, sig, AfxStoredHandler(static_cast<result(CWnd::*) arguments>(memberFxn))},
-#define AFX_CMD_LINE(message, code, first, last, sig, result, memberFxn, arguments)                          \
+#define VORNAFX_WM_LINE(message, sig, result, memberFxn, arguments)                                          \
+    {message, 0, 0, 0, sig, vornafx::storedHandler(static_cast<result(CWnd::*) arguments>(memberFxn))},
+#define VORNAFX_CMD_LINE(message, code, first, last, sig, result, memberFxn, arguments)                      \
     {message,                                                                                                \
      static_cast<UINT>(code),                                                                                \
-     static_cast<UINT>(first),                                                                               \
-     static_cast<UINT>(last),                                                                                \
+     static_cast<WORD>(first),                                                                               \
+     static_cast<WORD>(last),                                                                                \
      sig,                                                                                                    \
-     AfxStoredHandler(static_cast<result(CCmdTarget::*) arguments>(memberFxn))},
+     vornafx::storedHandler(static_cast<result(CCmdTarget::*) arguments>(memberFxn))},
 
 // Commands and their updates.
 #define ON_COMMAND(id, memberFxn)                                                                            \
-    AFX_CMD_LINE(WM_COMMAND, CN_COMMAND, id, id, AfxSigCmd_v, void, memberFxn, ())
+    VORNAFX_CMD_LINE(WM_COMMAND, CN_COMMAND, id, id, AfxSigCmd_v, void, memberFxn, ())
 #define ON_COMMAND_RANGE(id, idLast, memberFxn)                                                              \
-    AFX_CMD_LINE(WM_COMMAND, CN_COMMAND, id, idLast, AfxSigCmd_u, void, memberFxn, (UINT))
+    VORNAFX_CMD_LINE(WM_COMMAND, CN_COMMAND, id, idLast, AfxSigCmd_u, void, memberFxn, (UINT))
 #define ON_COMMAND_EX(id, memberFxn)                                                                         \
-    AFX_CMD_LINE(WM_COMMAND, CN_COMMAND, id, id, AfxSigCmd_bu, BOOL, memberFxn, (UINT))
+    VORNAFX_CMD_LINE(WM_COMMAND, CN_COMMAND, id, id, AfxSigCmd_bu, BOOL, memberFxn, (UINT))
 #define ON_UPDATE_COMMAND_UI(id, memberFxn)                                                                  \
-    AFX_CMD_LINE(WM_COMMAND, CN_UPDATE_COMMAND_UI, id, id, AfxSigUpdate_C, void, memberFxn, (CCmdUI*))
+    VORNAFX_CMD_LINE(WM_COMMAND, CN_UPDATE_COMMAND_UI, id, id, AfxSigUpdate_C, void, memberFxn, (CCmdUI*))
 #define ON_UPDATE_COMMAND_UI_RANGE(id, idLast, memberFxn)                                                    \
-    AFX_CMD_LINE(WM_COMMAND, CN_UPDATE_COMMAND_UI, id, idLast, AfxSigUpdate_C, void, memberFxn, (CCmdUI*))
+    VORNAFX_CMD_LINE(WM_COMMAND, CN_UPDATE_COMMAND_UI, id, idLast, AfxSigUpdate_C, void, memberFxn, (CCmdUI*))
 
 // Notifications of controls.
 #define ON_CONTROL(wNotifyCode, id, memberFxn)                                                               \
-    AFX_CMD_LINE(WM_COMMAND, wNotifyCode, id, id, AfxSigCmd_v, void, memberFxn, ())
+    VORNAFX_CMD_LINE(WM_COMMAND, wNotifyCode, id, id, AfxSigCmd_v, void, memberFxn, ())
 #define ON_CONTROL_RANGE(wNotifyCode, id, idLast, memberFxn)                                                 \
-    AFX_CMD_LINE(WM_COMMAND, wNotifyCode, id, idLast, AfxSigCmd_u, void, memberFxn, (UINT))
+    VORNAFX_CMD_LINE(WM_COMMAND, wNotifyCode, id, idLast, AfxSigCmd_u, void, memberFxn, (UINT))
 #define ON_NOTIFY(wNotifyCode, id, memberFxn)                                                                \
-    AFX_CMD_LINE(WM_NOTIFY, static_cast<WORD>(wNotifyCode), id, id, AfxSigNotify_v, void, memberFxn,         \
-                 (NMHDR*, LRESULT*))
+    VORNAFX_CMD_LINE(WM_NOTIFY, static_cast<WORD>(wNotifyCode), id, id, AfxSigNotify_v, void, memberFxn,     \
+                     (NMHDR*, LRESULT*))
 #define ON_NOTIFY_RANGE(wNotifyCode, id, idLast, memberFxn)                                                  \
-    AFX_CMD_LINE(WM_NOTIFY, static_cast<WORD>(wNotifyCode), id, idLast, AfxSigNotify_u, void, memberFxn,     \
-                 (UINT, NMHDR*, LRESULT*))
+    VORNAFX_CMD_LINE(WM_NOTIFY, static_cast<WORD>(wNotifyCode), id, idLast, AfxSigNotify_u, void, memberFxn, \
+                     (UINT, NMHDR*, LRESULT*))
 #define ON_NOTIFY_EX(wNotifyCode, id, memberFxn)                                                             \
-    AFX_CMD_LINE(WM_NOTIFY, static_cast<WORD>(wNotifyCode), id, id, AfxSigNotify_bu, BOOL, memberFxn,        \
-                 (UINT, NMHDR*, LRESULT*))
+    VORNAFX_CMD_LINE(WM_NOTIFY, static_cast<WORD>(wNotifyCode), id, id, AfxSigNotify_bu, BOOL, memberFxn,    \
+                     (UINT, NMHDR*, LRESULT*))
 
 #define ON_BN_CLICKED(id, memberFxn) ON_CONTROL(BN_CLICKED, id, memberFxn)
 #define ON_BN_DOUBLECLICKED(id, memberFxn) ON_CONTROL(BN_DOUBLECLICKED, id, memberFxn)
@@ -124,83 +128,88 @@ inline AFX_PMSG AfxStoredHandler(Handler handler) {
      0,                                                                                                      \
      0,                                                                                                      \
      AfxSig_lww,                                                                                             \
-     AfxStoredHandler(static_cast<LRESULT (CWnd::*)(WPARAM, LPARAM)>(memberFxn))},
+     vornafx::storedHandler(static_cast<LRESULT (CWnd::*)(WPARAM, LPARAM)>(memberFxn))},
 #define ON_REGISTERED_MESSAGE(nMessageVariable, memberFxn)                                                   \
     {0xC000,                                                                                                 \
      0,                                                                                                      \
      0,                                                                                                      \
      0,                                                                                                      \
      reinterpret_cast<UINT_PTR>(&(nMessageVariable)),                                                        \
-     AfxStoredHandler(static_cast<LRESULT (CWnd::*)(WPARAM, LPARAM)>(memberFxn))},
+     vornafx::storedHandler(static_cast<LRESULT (CWnd::*)(WPARAM, LPARAM)>(memberFxn))},
 
 // The window's life.
-#define ON_WM_CREATE() AFX_WM_LINE(WM_CREATE, AfxSig_is, int, &ThisClass::OnCreate, (LPCREATESTRUCT))
-#define ON_WM_DESTROY() AFX_WM_LINE(WM_DESTROY, AfxSig_vv, void, &ThisClass::OnDestroy, ())
-#define ON_WM_NCDESTROY() AFX_WM_LINE(WM_NCDESTROY, AfxSig_vv, void, &ThisClass::OnNcDestroy, ())
-#define ON_WM_CLOSE() AFX_WM_LINE(WM_CLOSE, AfxSig_vv, void, &ThisClass::OnClose, ())
-#define ON_WM_SIZE() AFX_WM_LINE(WM_SIZE, AfxSig_vuii, void, &ThisClass::OnSize, (UINT, int, int))
-#define ON_WM_MOVE() AFX_WM_LINE(WM_MOVE, AfxSig_vii, void, &ThisClass::OnMove, (int, int))
+#define ON_WM_CREATE() VORNAFX_WM_LINE(WM_CREATE, AfxSig_is, int, &ThisClass::OnCreate, (LPCREATESTRUCT))
+#define ON_WM_DESTROY() VORNAFX_WM_LINE(WM_DESTROY, AfxSig_vv, void, &ThisClass::OnDestroy, ())
+#define ON_WM_NCDESTROY() VORNAFX_WM_LINE(WM_NCDESTROY, AfxSig_vv, void, &ThisClass::OnNcDestroy, ())
+#define ON_WM_CLOSE() VORNAFX_WM_LINE(WM_CLOSE, AfxSig_vv, void, &ThisClass::OnClose, ())
+#define ON_WM_SIZE() VORNAFX_WM_LINE(WM_SIZE, AfxSig_vuii, void, &ThisClass::OnSize, (UINT, int, int))
+#define ON_WM_MOVE() VORNAFX_WM_LINE(WM_MOVE, AfxSig_vii, void, &ThisClass::OnMove, (int, int))
 #define ON_WM_SHOWWINDOW()                                                                                   \
-    AFX_WM_LINE(WM_SHOWWINDOW, AfxSig_vbu, void, &ThisClass::OnShowWindow, (BOOL, UINT))
-#define ON_WM_ENABLE() AFX_WM_LINE(WM_ENABLE, AfxSig_vb, void, &ThisClass::OnEnable, (BOOL))
+    VORNAFX_WM_LINE(WM_SHOWWINDOW, AfxSig_vbu, void, &ThisClass::OnShowWindow, (BOOL, UINT))
+#define ON_WM_ENABLE() VORNAFX_WM_LINE(WM_ENABLE, AfxSig_vb, void, &ThisClass::OnEnable, (BOOL))
 #define ON_WM_ACTIVATE()                                                                                     \
-    AFX_WM_LINE(WM_ACTIVATE, AfxSig_vuWb, void, &ThisClass::OnActivate, (UINT, CWnd*, BOOL))
-#define ON_WM_SETFOCUS() AFX_WM_LINE(WM_SETFOCUS, AfxSig_vW, void, &ThisClass::OnSetFocus, (CWnd*))
-#define ON_WM_KILLFOCUS() AFX_WM_LINE(WM_KILLFOCUS, AfxSig_vW, void, &ThisClass::OnKillFocus, (CWnd*))
+    VORNAFX_WM_LINE(WM_ACTIVATE, AfxSig_vuWb, void, &ThisClass::OnActivate, (UINT, CWnd*, BOOL))
+#define ON_WM_SETFOCUS() VORNAFX_WM_LINE(WM_SETFOCUS, AfxSig_vW, void, &ThisClass::OnSetFocus, (CWnd*))
+#define ON_WM_KILLFOCUS() VORNAFX_WM_LINE(WM_KILLFOCUS, AfxSig_vW, void, &ThisClass::OnKillFocus, (CWnd*))
 #define ON_WM_CAPTURECHANGED()                                                                               \
-    AFX_WM_LINE(WM_CAPTURECHANGED, AfxSig_vlW, void, &ThisClass::OnCaptureChanged, (CWnd*))
+    VORNAFX_WM_LINE(WM_CAPTURECHANGED, AfxSig_vlW, void, &ThisClass::OnCaptureChanged, (CWnd*))
 #define ON_WM_GETMINMAXINFO()                                                                                \
-    AFX_WM_LINE(WM_GETMINMAXINFO, AfxSig_vs, void, &ThisClass::OnGetMinMaxInfo, (MINMAXINFO*))
-#define ON_WM_TIMER() AFX_WM_LINE(WM_TIMER, AfxSig_vt, void, &ThisClass::OnTimer, (UINT_PTR))
+    VORNAFX_WM_LINE(WM_GETMINMAXINFO, AfxSig_vs, void, &ThisClass::OnGetMinMaxInfo, (MINMAXINFO*))
+#define ON_WM_TIMER() VORNAFX_WM_LINE(WM_TIMER, AfxSig_vt, void, &ThisClass::OnTimer, (UINT_PTR))
 #define ON_WM_SYSCOMMAND()                                                                                   \
-    AFX_WM_LINE(WM_SYSCOMMAND, AfxSig_vul, void, &ThisClass::OnSysCommand, (UINT, LPARAM))
+    VORNAFX_WM_LINE(WM_SYSCOMMAND, AfxSig_vul, void, &ThisClass::OnSysCommand, (UINT, LPARAM))
 
 // Drawing.
-#define ON_WM_PAINT() AFX_WM_LINE(WM_PAINT, AfxSig_vv, void, &ThisClass::OnPaint, ())
-#define ON_WM_ERASEBKGND() AFX_WM_LINE(WM_ERASEBKGND, AfxSig_bD, BOOL, &ThisClass::OnEraseBkgnd, (CDC*))
+#define ON_WM_PAINT() VORNAFX_WM_LINE(WM_PAINT, AfxSig_vv, void, &ThisClass::OnPaint, ())
+#define ON_WM_ERASEBKGND() VORNAFX_WM_LINE(WM_ERASEBKGND, AfxSig_bD, BOOL, &ThisClass::OnEraseBkgnd, (CDC*))
 #define ON_WM_CTLCOLOR()                                                                                     \
-    AFX_WM_LINE(WM_CTLCOLOR, AfxSig_hDWu, HBRUSH, &ThisClass::OnCtlColor, (CDC*, CWnd*, UINT))
+    VORNAFX_WM_LINE(WM_CTLCOLOR, AfxSig_hDWu, HBRUSH, &ThisClass::OnCtlColor, (CDC*, CWnd*, UINT))
 #define ON_WM_PALETTECHANGED()                                                                               \
-    AFX_WM_LINE(WM_PALETTECHANGED, AfxSig_vW, void, &ThisClass::OnPaletteChanged, (CWnd*))
+    VORNAFX_WM_LINE(WM_PALETTECHANGED, AfxSig_vW, void, &ThisClass::OnPaletteChanged, (CWnd*))
 #define ON_WM_QUERYNEWPALETTE()                                                                              \
-    AFX_WM_LINE(WM_QUERYNEWPALETTE, AfxSig_bv, BOOL, &ThisClass::OnQueryNewPalette, ())
+    VORNAFX_WM_LINE(WM_QUERYNEWPALETTE, AfxSig_bv, BOOL, &ThisClass::OnQueryNewPalette, ())
 
 // Keyboard.
-#define ON_WM_KEYDOWN() AFX_WM_LINE(WM_KEYDOWN, AfxSig_vuuu, void, &ThisClass::OnKeyDown, (UINT, UINT, UINT))
-#define ON_WM_KEYUP() AFX_WM_LINE(WM_KEYUP, AfxSig_vuuu, void, &ThisClass::OnKeyUp, (UINT, UINT, UINT))
-#define ON_WM_CHAR() AFX_WM_LINE(WM_CHAR, AfxSig_vuuu, void, &ThisClass::OnChar, (UINT, UINT, UINT))
-#define ON_WM_GETDLGCODE() AFX_WM_LINE(WM_GETDLGCODE, AfxSig_uv, UINT, &ThisClass::OnGetDlgCode, ())
+#define ON_WM_KEYDOWN()                                                                                      \
+    VORNAFX_WM_LINE(WM_KEYDOWN, AfxSig_vuuu, void, &ThisClass::OnKeyDown, (UINT, UINT, UINT))
+#define ON_WM_KEYUP() VORNAFX_WM_LINE(WM_KEYUP, AfxSig_vuuu, void, &ThisClass::OnKeyUp, (UINT, UINT, UINT))
+#define ON_WM_CHAR() VORNAFX_WM_LINE(WM_CHAR, AfxSig_vuuu, void, &ThisClass::OnChar, (UINT, UINT, UINT))
+#define ON_WM_GETDLGCODE() VORNAFX_WM_LINE(WM_GETDLGCODE, AfxSig_uv, UINT, &ThisClass::OnGetDlgCode, ())
 
 // Mouse.
-#define ON_WM_MOUSEMOVE() AFX_WM_LINE(WM_MOUSEMOVE, AfxSig_vup, void, &ThisClass::OnMouseMove, (UINT, CPoint))
+#define ON_WM_MOUSEMOVE()                                                                                    \
+    VORNAFX_WM_LINE(WM_MOUSEMOVE, AfxSig_vup, void, &ThisClass::OnMouseMove, (UINT, CPoint))
 #define ON_WM_LBUTTONDOWN()                                                                                  \
-    AFX_WM_LINE(WM_LBUTTONDOWN, AfxSig_vup, void, &ThisClass::OnLButtonDown, (UINT, CPoint))
-#define ON_WM_LBUTTONUP() AFX_WM_LINE(WM_LBUTTONUP, AfxSig_vup, void, &ThisClass::OnLButtonUp, (UINT, CPoint))
+    VORNAFX_WM_LINE(WM_LBUTTONDOWN, AfxSig_vup, void, &ThisClass::OnLButtonDown, (UINT, CPoint))
+#define ON_WM_LBUTTONUP()                                                                                    \
+    VORNAFX_WM_LINE(WM_LBUTTONUP, AfxSig_vup, void, &ThisClass::OnLButtonUp, (UINT, CPoint))
 #define ON_WM_LBUTTONDBLCLK()                                                                                \
-    AFX_WM_LINE(WM_LBUTTONDBLCLK, AfxSig_vup, void, &ThisClass::OnLButtonDblClk, (UINT, CPoint))
+    VORNAFX_WM_LINE(WM_LBUTTONDBLCLK, AfxSig_vup, void, &ThisClass::OnLButtonDblClk, (UINT, CPoint))
 #define ON_WM_RBUTTONDOWN()                                                                                  \
-    AFX_WM_LINE(WM_RBUTTONDOWN, AfxSig_vup, void, &ThisClass::OnRButtonDown, (UINT, CPoint))
-#define ON_WM_RBUTTONUP() AFX_WM_LINE(WM_RBUTTONUP, AfxSig_vup, void, &ThisClass::OnRButtonUp, (UINT, CPoint))
+    VORNAFX_WM_LINE(WM_RBUTTONDOWN, AfxSig_vup, void, &ThisClass::OnRButtonDown, (UINT, CPoint))
+#define ON_WM_RBUTTONUP()                                                                                    \
+    VORNAFX_WM_LINE(WM_RBUTTONUP, AfxSig_vup, void, &ThisClass::OnRButtonUp, (UINT, CPoint))
 #define ON_WM_RBUTTONDBLCLK()                                                                                \
-    AFX_WM_LINE(WM_RBUTTONDBLCLK, AfxSig_vup, void, &ThisClass::OnRButtonDblClk, (UINT, CPoint))
+    VORNAFX_WM_LINE(WM_RBUTTONDBLCLK, AfxSig_vup, void, &ThisClass::OnRButtonDblClk, (UINT, CPoint))
 #define ON_WM_MBUTTONDOWN()                                                                                  \
-    AFX_WM_LINE(WM_MBUTTONDOWN, AfxSig_vup, void, &ThisClass::OnMButtonDown, (UINT, CPoint))
-#define ON_WM_MBUTTONUP() AFX_WM_LINE(WM_MBUTTONUP, AfxSig_vup, void, &ThisClass::OnMButtonUp, (UINT, CPoint))
+    VORNAFX_WM_LINE(WM_MBUTTONDOWN, AfxSig_vup, void, &ThisClass::OnMButtonDown, (UINT, CPoint))
+#define ON_WM_MBUTTONUP()                                                                                    \
+    VORNAFX_WM_LINE(WM_MBUTTONUP, AfxSig_vup, void, &ThisClass::OnMButtonUp, (UINT, CPoint))
 #define ON_WM_MBUTTONDBLCLK()                                                                                \
-    AFX_WM_LINE(WM_MBUTTONDBLCLK, AfxSig_vup, void, &ThisClass::OnMButtonDblClk, (UINT, CPoint))
+    VORNAFX_WM_LINE(WM_MBUTTONDBLCLK, AfxSig_vup, void, &ThisClass::OnMButtonDblClk, (UINT, CPoint))
 #define ON_WM_MOUSEWHEEL()                                                                                   \
-    AFX_WM_LINE(WM_MOUSEWHEEL, AfxSig_buzp, BOOL, &ThisClass::OnMouseWheel, (UINT, short, CPoint))
-#define ON_WM_MOUSELEAVE() AFX_WM_LINE(WM_MOUSELEAVE, AfxSig_vv, void, &ThisClass::OnMouseLeave, ())
+    VORNAFX_WM_LINE(WM_MOUSEWHEEL, AfxSig_buzp, BOOL, &ThisClass::OnMouseWheel, (UINT, short, CPoint))
+#define ON_WM_MOUSELEAVE() VORNAFX_WM_LINE(WM_MOUSELEAVE, AfxSig_vv, void, &ThisClass::OnMouseLeave, ())
 #define ON_WM_SETCURSOR()                                                                                    \
-    AFX_WM_LINE(WM_SETCURSOR, AfxSig_bWuu, BOOL, &ThisClass::OnSetCursor, (CWnd*, UINT, UINT))
-#define ON_WM_DROPFILES() AFX_WM_LINE(WM_DROPFILES, AfxSig_vh, void, &ThisClass::OnDropFiles, (HDROP))
+    VORNAFX_WM_LINE(WM_SETCURSOR, AfxSig_bWuu, BOOL, &ThisClass::OnSetCursor, (CWnd*, UINT, UINT))
+#define ON_WM_DROPFILES() VORNAFX_WM_LINE(WM_DROPFILES, AfxSig_vh, void, &ThisClass::OnDropFiles, (HDROP))
 
 // Menus and scroll bars.
 #define ON_WM_CONTEXTMENU()                                                                                  \
-    AFX_WM_LINE(WM_CONTEXTMENU, AfxSig_vWp, void, &ThisClass::OnContextMenu, (CWnd*, CPoint))
+    VORNAFX_WM_LINE(WM_CONTEXTMENU, AfxSig_vWp, void, &ThisClass::OnContextMenu, (CWnd*, CPoint))
 #define ON_WM_INITMENUPOPUP()                                                                                \
-    AFX_WM_LINE(WM_INITMENUPOPUP, AfxSig_vMub, void, &ThisClass::OnInitMenuPopup, (CMenu*, UINT, BOOL))
+    VORNAFX_WM_LINE(WM_INITMENUPOPUP, AfxSig_vMub, void, &ThisClass::OnInitMenuPopup, (CMenu*, UINT, BOOL))
 #define ON_WM_HSCROLL()                                                                                      \
-    AFX_WM_LINE(WM_HSCROLL, AfxSig_vuuW, void, &ThisClass::OnHScroll, (UINT, UINT, CScrollBar*))
+    VORNAFX_WM_LINE(WM_HSCROLL, AfxSig_vuuW, void, &ThisClass::OnHScroll, (UINT, UINT, CScrollBar*))
 #define ON_WM_VSCROLL()                                                                                      \
-    AFX_WM_LINE(WM_VSCROLL, AfxSig_vuuW, void, &ThisClass::OnVScroll, (UINT, UINT, CScrollBar*))
+    VORNAFX_WM_LINE(WM_VSCROLL, AfxSig_vuuW, void, &ThisClass::OnVScroll, (UINT, UINT, CScrollBar*))
