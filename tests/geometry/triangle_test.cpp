@@ -55,7 +55,7 @@ TEST(TriangleTest, GivesTheSecondRootFromTheSecondAmbiguousCaseOn) {
     const Parts given = {3, 4.5, 0, small, 0, 0};
     const double base = 4.5 * 0.8, root = std::sqrt(9 - 2.7 * 2.7); // 2.7 is the height
     CvornTri triangle;
-    ASSERT_EQ(solve(triangle, {3, 4, 0, 0, 0, right}), 1); // not ambiguous: does not count
+    ASSERT_EQ(solve(triangle, {4, 3, 0, large, 0, 0}), 1); // not ambiguous: does not count
     for (double side : {base + root, base - root, base - root}) {
         ASSERT_EQ(solve(triangle, given), 1);
         expectSides(triangle, 3, 4.5, side);

@@ -52,6 +52,7 @@ TEST_F(MappingTest, AgreesWithGluAlsoAfterItsFieldsChange) {
     m_mapping.m_adModel[12] += 0.25;
     expectAsGlu();
     m_mapping.m_adProj[0] *= 2;
+    expectAsGlu();
     m_mapping.m_anViewport[2] = 55;
     expectAsGlu();
     CvornOGLMapping other;
