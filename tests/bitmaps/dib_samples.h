@@ -11,13 +11,6 @@ namespace support {
 
 using Bytes = std::vector<BYTE>;
 
-/// The header block of a DIB, as it lies in memory and in a file.
-struct HeaderBlock {
-    BITMAPINFOHEADER header = {sizeof(BITMAPINFOHEADER), 0, 0, 1, 8, BI_RGB, 0, 0, 0, 0, 0};
-    RGBQUAD colours[256] = {};
-    BITMAPINFO* info() { return reinterpret_cast<BITMAPINFO*>(this); }
-};
-
 inline Bytes noise(std::size_t count, unsigned seed = 1) {
     std::minstd_rand random(seed);
     Bytes bytes(count);
@@ -26,70 +19,54 @@ inline Bytes noise(std::size_t count, unsigned seed = 1) {
     return bytes;
 }
 
-/// A header with colours, none like another for up to 8 bits.
-inline HeaderBlock headerOf(int width, int height, int bits) {
-    HeaderBlock block;
-    block.header.biWidth = width;
-    block.header.biHeight = height;
-    block.header.biBitCount = static_cast<WORD>(bits);
-    for (int i = 0; i < 256; ++i)
-        block.colours[i] = {static_cast<BYTE>(i * 7 + 30), static_cast<BYTE>(255 - i), static_cast<BYTE>(i),
-                            0};
-    return block;
-}
+/// The header block of a DIB, as it lies in memory and in a file, with colours of which none is like another.
+struct HeaderBlock {
+    HeaderBlock(int width, int height, int bits)
+        : header{sizeof(header), width, height, 1, static_cast<WORD>(bits), BI_RGB, 0, 0, 0, 0, 0} {
+        for (int i = 0; i < 256; ++i)
+            colours[i] = {BYTE(i * 7 + 30), BYTE(255 - i), BYTE(i), 0};
+    }
+    BITMAPINFO* info() { return reinterpret_cast<BITMAPINFO*>(this); }
+    int stride() const { return (header.biWidth * header.biBitCount + 31) / 32 * 4; }
 
-/// An entry of the colour table as 0x00RRGGBB, with the reserved byte on top.
-inline DWORD entryOf(const CvornDIB& dib, int index) {
-    DWORD entry;
-    std::memcpy(&entry, dib.GetClrTabAddress() + index, sizeof(entry));
-    return entry;
-}
-
-inline int strideOf(int width, int bits) {
-    return (width * bits + 31) / 32 * 4;
-}
+    BITMAPINFOHEADER header;
+    RGBQUAD colours[256];
+};
 
 /// What GDI must show at a pixel, counted from the upper left corner, read the plain way.
 inline COLORREF colourAt(const CvornDIB& dib, int x, int y) {
     const int bits = dib.GetBitsPerPixel();
-    const BYTE* row = dib.GetBitsAddress() + (dib.GetHeight() - 1 - y) * strideOf(dib.GetWidth(), bits);
+    const BYTE* row = dib.GetBitsAddress() + (dib.GetHeight() - 1 - y) * dib.GetStorageWidth();
     if (bits <= 8) {
-        const RGBQUAD& entry =
-            dib.GetClrTabAddress()[row[x * bits / 8] >> (8 - bits - x * bits % 8) & ((1 << bits) - 1)];
+        const int index = row[x * bits / 8] >> (8 - bits - x * bits % 8) & ((1 << bits) - 1);
+        const RGBQUAD& entry = dib.GetClrTabAddress()[index];
         return RGB(entry.rgbRed, entry.rgbGreen, entry.rgbBlue);
     }
-    if (bits == 16) {
-        WORD pixel;
-        std::memcpy(&pixel, row + x * 2, 2);
-        const auto wide = [](int five) { return five << 3 | five >> 2; };
-        return RGB(wide(pixel >> 10 & 31), wide(pixel >> 5 & 31), wide(pixel & 31));
-    }
     const BYTE* pixel = row + x * bits / 8;
-    return RGB(pixel[2], pixel[1], pixel[0]);
+    if (bits > 16) return RGB(pixel[2], pixel[1], pixel[0]);
+    const auto wide = [&](int shift) { return ((pixel[0] | pixel[1] << 8) >> shift & 31) * 33 >> 2; };
+    return RGB(wide(10), wide(5), wide(0));
 }
 
-/// Memory that ends at a page which must not be touched, filled with noise.
+/// Noise in memory that ends at a page which must not be touched.
 class GuardedBytes {
 public:
-    explicit GuardedBytes(std::size_t size) : m_size(size) {
-        const std::size_t room = (size + 0xFFF) & ~std::size_t{0xFFF};
-        m_base = static_cast<BYTE*>(::VirtualAlloc(nullptr, room + 0x1000, MEM_RESERVE, PAGE_NOACCESS));
-        ::VirtualAlloc(m_base, room, MEM_COMMIT, PAGE_READWRITE);
-        m_bytes = m_base + room - size;
-        const Bytes content = noise(size, static_cast<unsigned>(size));
-        std::memcpy(m_bytes, content.data(), size);
+    explicit GuardedBytes(std::size_t size)
+        : m_size(size),
+          m_base(static_cast<BYTE*>(::VirtualAlloc(nullptr, 0x20000, MEM_RESERVE, PAGE_NOACCESS))) {
+        ::VirtualAlloc(m_base, 0x10000, MEM_COMMIT, PAGE_READWRITE);
+        std::memcpy(data(), noise(size, static_cast<unsigned>(size)).data(), size);
     }
     ~GuardedBytes() { ::VirtualFree(m_base, 0, MEM_RELEASE); }
     GuardedBytes(const GuardedBytes&) = delete;
     GuardedBytes& operator=(const GuardedBytes&) = delete;
 
-    BYTE* data() { return m_bytes; }
-    Bytes copy() const { return Bytes(m_bytes, m_bytes + m_size); }
+    BYTE* data() const { return m_base + 0x10000 - m_size; }
+    Bytes copy() const { return Bytes(data(), data() + m_size); }
 
 private:
+    std::size_t m_size; // at most 64 KB
     BYTE* m_base;
-    BYTE* m_bytes;
-    std::size_t m_size;
 };
 
 } // namespace support
