@@ -153,27 +153,39 @@ const GUID* containerOf(int format) {
     }
 }
 
-HeapBytes encode(int format, const PixelRows& rows) {
+bool canEncode(const PixelRows& rows) {
+    return rows.top != nullptr && rows.width > 0 && rows.height > 0;
+}
+
+BOOL save(const char* file, int format, const PixelRows& rows) {
     const GUID* container = containerOf(format);
-    if (container == nullptr || rows.top == nullptr || rows.width <= 0 || rows.height <= 0) return {};
+    if (file == nullptr || container == nullptr || !canEncode(rows)) return FALSE;
     try {
-        return encodeImage(*container, rows);
+        return saveImage(file, *container, rows);
     } catch (const std::bad_alloc&) {
-        return {};
+        return FALSE;
     }
 }
 
-BOOL saveEncoded(const char* file, const HeapBytes& bytes) {
-    return file != nullptr && bytes.data && writeWholeFile(file, bytes.view());
+BYTE* encode(int format, const PixelRows& rows, DWORD& size) {
+    size = 0;
+    const GUID* container = containerOf(format);
+    if (container == nullptr || !canEncode(rows)) return nullptr;
+    try {
+        HeapBytes bytes = encodeImage(*container, rows);
+        if (!bytes.data) return nullptr;
+        size = static_cast<DWORD>(bytes.size);
+        BYTE* block = bytes.data.release();
+        void* trimmed = std::realloc(block, bytes.size);
+        return trimmed != nullptr ? static_cast<BYTE*>(trimmed) : block;
+    } catch (const std::bad_alloc&) {
+        return nullptr;
+    }
 }
 
-BYTE* handOut(HeapBytes bytes, DWORD& size) {
-    size = static_cast<DWORD>(bytes.size);
-    if (!bytes.data) return nullptr;
-    void* trimmed = std::realloc(bytes.data.get(), bytes.size);
-    if (trimmed == nullptr) return bytes.data.release();
-    (void)bytes.data.release();
-    return static_cast<BYTE*>(trimmed);
+PixelRows rowsOf(const Pixels* pixels, int width, int height, bool hasAlpha) {
+    const BYTE* top = pixels != nullptr ? reinterpret_cast<const BYTE*>(pixels->data()) : nullptr;
+    return {top, ptrdiff_t{4} * width, width, height, 32, hasAlpha};
 }
 
 PixelRows rowsOfDib(const void* bits, int cx, int cy, int bitCount) {
@@ -256,27 +268,19 @@ BOOL CvornImageCodec::Draw(HDC hdc, int x, int y, int cx, int cy) const {
 }
 
 BOOL CvornImageCodec::Save(const char* pszFile, int nFormat) const {
-    DWORD size = 0;
-    MallocPtr<BYTE> bytes(Encode(nFormat, size));
-    return saveEncoded(pszFile, {std::move(bytes), size});
+    return save(pszFile, nFormat, rowsOf(m_pixels.get(), m_cx, m_cy, m_bAlpha));
 }
 
 BYTE* CvornImageCodec::Encode(int nFormat, DWORD& nSize) const {
-    PixelRows rows = {m_pixels ? reinterpret_cast<const BYTE*>(m_pixels->data()) : nullptr,
-                      ptrdiff_t{4} * m_cx,
-                      m_cx,
-                      m_cy,
-                      32,
-                      m_bAlpha};
-    return handOut(encode(nFormat, rows), nSize);
+    return encode(nFormat, rowsOf(m_pixels.get(), m_cx, m_cy, m_bAlpha), nSize);
 }
 
 BOOL CvornImageCodec::SaveBits(const char* pszFile, int nFormat, const void* pBits, int cx, int cy,
                                int nBitCount) {
-    return saveEncoded(pszFile, encode(nFormat, rowsOfDib(pBits, cx, cy, nBitCount)));
+    return save(pszFile, nFormat, rowsOfDib(pBits, cx, cy, nBitCount));
 }
 
 BYTE* CvornImageCodec::EncodeBits(int nFormat, DWORD& nSize, const void* pBits, int cx, int cy,
                                   int nBitCount) {
-    return handOut(encode(nFormat, rowsOfDib(pBits, cx, cy, nBitCount)), nSize);
+    return encode(nFormat, rowsOfDib(pBits, cx, cy, nBitCount), nSize);
 }

@@ -21,7 +21,10 @@ struct PixelRows {
 /// The system's imaging factory; empty when there is none. COM must have been entered.
 ComPtr<IWICImagingFactory> makeImagingFactory();
 
-/// Encodes pixels as a file of the container format. Empty data on failure.
+/// Encodes pixels as a file of the container format, into a block of the C heap; no data on failure.
 HeapBytes encodeImage(REFGUID container, const PixelRows& rows);
+
+/// The same into a file, which on failure is left as it was. Returns whether all was written.
+bool saveImage(const char* file, REFGUID container, const PixelRows& rows);
 
 } // namespace vorn::detail

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "vorn/bitmaps/detail/whole_file.h"
 
+#include <algorithm>
 #include <array>
-#include <string>
 
 namespace vorn::detail {
 
@@ -16,28 +16,32 @@ struct CloseFile {
 };
 using FileHandle = std::unique_ptr<void, CloseFile>;
 
-FileHandle openFile(const char* name, DWORD access, DWORD disposition) {
-    HANDLE file = ::CreateFileA(name, access, access == GENERIC_READ ? FILE_SHARE_READ : 0, nullptr,
-                                disposition, FILE_ATTRIBUTE_NORMAL, nullptr);
-    return FileHandle(file == INVALID_HANDLE_VALUE ? nullptr : file);
+/// A name in the code page of the narrow interface; empty when it is none.
+std::wstring wideName(const char* name) {
+    int length = ::MultiByteToWideChar(CP_ACP, 0, name, -1, nullptr, 0);
+    std::wstring wide(static_cast<size_t>(std::max(length, 1)), L'\0');
+    ::MultiByteToWideChar(CP_ACP, 0, name, -1, wide.data(), length);
+    wide.pop_back();
+    return wide;
 }
 
 /// A fresh empty file in the folder of `name`, or an empty string.
-std::string temporaryBeside(const char* name) {
-    std::array<char, MAX_PATH> full;
-    char* fileName = nullptr;
-    DWORD length = ::GetFullPathNameA(name, static_cast<DWORD>(full.size()), full.data(), &fileName);
+std::wstring temporaryBeside(const std::wstring& name) {
+    std::array<wchar_t, MAX_PATH> full;
+    wchar_t* fileName = nullptr;
+    DWORD length = ::GetFullPathNameW(name.c_str(), static_cast<DWORD>(full.size()), full.data(), &fileName);
     if (length == 0 || length >= full.size() || fileName == nullptr) return {};
-    std::string folder(full.data(), fileName);
-    std::array<char, MAX_PATH> temporary;
-    if (::GetTempFileNameA(folder.c_str(), "vrn", 0, temporary.data()) == 0) return {};
+    std::wstring folder(full.data(), fileName);
+    std::array<wchar_t, MAX_PATH> temporary;
+    if (::GetTempFileNameW(folder.c_str(), L"vrn", 0, temporary.data()) == 0) return {};
     return temporary.data();
 }
 
 } // namespace
 
 bool readWholeFile(const char* name, HeapBytes& bytes) {
-    FileHandle file = openFile(name, GENERIC_READ, OPEN_EXISTING);
+    HANDLE opened = ::CreateFileA(name, GENERIC_READ, FILE_SHARE_READ, nullptr, OPEN_EXISTING, 0, nullptr);
+    FileHandle file(opened == INVALID_HANDLE_VALUE ? nullptr : opened);
     LARGE_INTEGER size = {};
     if (!file || !::GetFileSizeEx(file.get(), &size) || size.QuadPart > maxFileBytes) return false;
     HeapBytes read{MallocPtr<BYTE>(static_cast<BYTE*>(std::malloc(static_cast<size_t>(size.QuadPart) + 1))),
@@ -52,24 +56,24 @@ bool readWholeFile(const char* name, HeapBytes& bytes) {
     return true;
 }
 
-bool writeWholeFile(const char* name, std::span<const BYTE> bytes) {
-    DWORD attributes = ::GetFileAttributesA(name);
+ReplacedFile::ReplacedFile(const char* name) : m_name(wideName(name)) {
+    DWORD attributes = ::GetFileAttributesW(m_name.c_str());
     constexpr DWORD forbidden = FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_DIRECTORY;
-    if (attributes != INVALID_FILE_ATTRIBUTES && (attributes & forbidden) != 0) return false;
-    std::string temporary = temporaryBeside(name);
-    if (temporary.empty()) return false;
-    bool written = false;
-    if (FileHandle file = openFile(temporary.c_str(), GENERIC_WRITE, CREATE_ALWAYS)) {
-        DWORD done = 0;
-        written = ::WriteFile(file.get(), bytes.data(), static_cast<DWORD>(bytes.size()), &done, nullptr) &&
-                  done == bytes.size();
+    if (attributes != INVALID_FILE_ATTRIBUTES && (attributes & forbidden) != 0) return;
+    m_temporary = temporaryBeside(m_name);
+}
+
+ReplacedFile::~ReplacedFile() {
+    if (!m_temporary.empty()) ::DeleteFileW(m_temporary.c_str());
+}
+
+bool ReplacedFile::commit() {
+    if (m_temporary.empty() ||
+        !::MoveFileExW(m_temporary.c_str(), m_name.c_str(), MOVEFILE_REPLACE_EXISTING)) {
+        return false;
     }
-    if (written &&
-        ::MoveFileExA(temporary.c_str(), name, MOVEFILE_REPLACE_EXISTING | MOVEFILE_COPY_ALLOWED)) {
-        return true;
-    }
-    ::DeleteFileA(temporary.c_str());
-    return false;
+    m_temporary.clear();
+    return true;
 }
 
 bool readWholeStream(IStream* stream, HeapBytes& bytes) {
