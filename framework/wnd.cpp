@@ -12,8 +12,13 @@ BEGIN_MESSAGE_MAP(CWnd, CCmdTarget)
     ON_WM_NCDESTROY()
 END_MESSAGE_MAP()
 
+const CWnd CWnd::wndTop(HWND_TOP);
+const CWnd CWnd::wndBottom(HWND_BOTTOM);
+const CWnd CWnd::wndTopMost(HWND_TOPMOST);
+const CWnd CWnd::wndNoTopMost(HWND_NOTOPMOST);
+
 CWnd::~CWnd() {
-    if (m_hWnd == nullptr) return;
+    if (m_hWnd == nullptr || !::IsWindow(m_hWnd)) return;
     // A window of another thread cannot be destroyed from here; it must at least not call back any more.
     if (!CWnd::DestroyWindow() && m_hWnd != nullptr) CWnd::UnsubclassWindow();
 }

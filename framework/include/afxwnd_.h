@@ -57,6 +57,9 @@ public:
 
     HWND m_hWnd = nullptr;
 
+    /// Places in the order of windows, for SetWindowPos only.
+    static const CWnd wndTop, wndBottom, wndTopMost, wndNoTopMost;
+
     operator HWND() const { return m_hWnd; }
     HWND GetSafeHwnd() const { return this == nullptr ? nullptr : m_hWnd; }
     BOOL operator==(const CWnd& wnd) const { return m_hWnd == wnd.m_hWnd; }
@@ -366,6 +369,7 @@ protected:
     DECLARE_MESSAGE_MAP()
 
 private:
+    explicit CWnd(HWND place) : m_hWnd(place) {}
     friend VORNAFX_API LRESULT AFXAPI AfxCallWndProc(CWnd*, HWND, UINT, WPARAM, LPARAM);
     static HWND HandleOf(const CWnd* window) { return window == nullptr ? nullptr : window->m_hWnd; }
     WNDPROC m_pfnSuper = nullptr;

@@ -225,7 +225,13 @@ TEST(Layout, BarsTakeTheirStripsAndThePaneTheRest) {
     parent.RepositionBars(AFX_IDW_TOOLBAR, AFX_IDW_STATUS_BAR, 0, CWnd::reposQuery, &rest, nullptr, FALSE);
     EXPECT_EQ(rest, CRect(0, 0, 0, 60)) << "unstretched: the size of the bars";
 
+    bar.SetWindowPos(&CWnd::wndTop, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE); // the bars are asked in this order
     parent.RepositionBars(0, 0xFFFF, AFX_IDW_PANE_FIRST, CWnd::reposDefault);
+    EXPECT_EQ(placeIn(parent, bar).top, 0);
+    EXPECT_EQ(placeIn(parent, second).top, 30);
+    second.SetWindowPos(&CWnd::wndTop, 0, 0, 0, 0, SWP_NOMOVE | SWP_NOSIZE);
+    parent.RepositionBars(0, 0xFFFF, AFX_IDW_PANE_FIRST, CWnd::reposDefault);
+    EXPECT_EQ(placeIn(parent, bar).top, 30);
     EXPECT_EQ(placeIn(parent, second).Height(), 30);
     CRect client;
     pane.GetClientRect(&client);
