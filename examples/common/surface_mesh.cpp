@@ -129,7 +129,7 @@ void MeshBuilder::addLines() {
 } // namespace
 
 MeshExtents MeshExtents::inBall(const Grid& grid, float radius) {
-    constexpr float thinnest = 0.2f, relief = 0.35f;
+    constexpr float thinnest = 0.2f, relief = 0.28f;
     auto longer = static_cast<float>(std::max({grid.rows, grid.columns, 2}) - 1);
     MeshExtents extents = {.width = std::max(static_cast<float>(grid.columns - 1) / longer, thinnest),
                            .depth = std::max(static_cast<float>(grid.rows - 1) / longer, thinnest),

@@ -1,0 +1,83 @@
+// SPDX-License-Identifier: MIT
+#include "explorer_view.h"
+#include "export.h"
+#include "options.h"
+#include "report.h"
+
+#include <cstdlib>
+#include <exception>
+#include <memory>
+#include <stdexcept>
+#include <string>
+#include <utility>
+
+namespace {
+
+/// The application: reads the command line and the file, then shows a window or writes a picture.
+class CExplorerApp : public CWinApp {
+public:
+    BOOL InitInstance() override;
+    int ExitInstance() override;
+
+private:
+    enum ExitStatus { done = 0, failed = 1, misused = 2 };
+
+    bool start(const Options& options);
+
+    std::unique_ptr<CExplorerView> m_view;
+    int m_status = done;
+};
+
+CExplorerApp theApp;
+
+/// The title names the file first, as a narrow taskbar shows only the beginning.
+CString titleOf(const std::string& file) {
+    std::size_t slash = file.find_last_of("\\/:");
+    return ((slash == std::string::npos ? file : file.substr(slash + 1)) + " - explorer").c_str();
+}
+
+BOOL CExplorerApp::InitInstance() {
+    try {
+        Options options = parseOptions(__argc - 1, __argv + 1);
+        if (options.help) {
+            printText(usageText());
+            return FALSE;
+        }
+        return start(options);
+    } catch (const OptionsError& error) {
+        reportError(error.what(), true);
+        m_status = misused;
+        return FALSE;
+    }
+}
+
+/// True when there is a window to run.
+bool CExplorerApp::start(const Options& options) {
+    try {
+        examples::Grid grid = examples::readGrid(options.file);
+        if (!options.exportFile.empty()) {
+            exportPicture(std::move(grid), options);
+            return false;
+        }
+        m_view = std::make_unique<CExplorerView>(std::move(grid), *examples::ColourRamp::named(options.ramp));
+        m_view->lookFrom(options.viewPoint);
+        if (!m_view->createWindow(titleOf(options.file)))
+            throw std::runtime_error("OpenGL has no window here");
+        m_pMainWnd = m_view.get();
+        m_view->ShowWindow(m_nCmdShow);
+        m_view->UpdateWindow();
+        return true;
+    } catch (const std::exception& error) {
+        reportError(error.what(), options.exportFile.empty());
+        m_status = failed;
+    }
+    return false;
+}
+
+int CExplorerApp::ExitInstance() {
+    m_view.reset();
+    int result = CWinApp::ExitInstance();
+    return m_status != done ? m_status : result;
+}
+
+} // namespace

@@ -1,0 +1,117 @@
+// SPDX-License-Identifier: MIT
+#include "options.h"
+
+#include "common/colour_ramp.h"
+
+#include <algorithm>
+#include <array>
+#include <cctype>
+#include <charconv>
+#include <string_view>
+#include <utility>
+
+namespace {
+
+using examples::ColourRamp;
+
+constexpr std::array<std::pair<std::string_view, ViewPoint>, 4> viewPoints = {{{"3d", ViewPoint::threeD},
+                                                                               {"front", ViewPoint::front},
+                                                                               {"top", ViewPoint::top},
+                                                                               {"side", ViewPoint::side}}};
+
+/// What the picture's writer takes.
+constexpr long long mostPixels = 1LL << 28;
+
+std::string rampNames() {
+    std::string names;
+    for (std::string_view name : ColourRamp::names()) {
+        if (!names.empty()) names += ", ";
+        names += name;
+    }
+    return names;
+}
+
+/// Reads "WxH".
+void parseSize(std::string_view text, Options& options) {
+    const char* end = text.data() + text.size();
+    auto width = std::from_chars(text.data(), end, options.width);
+    auto height = width;
+    if (width.ec == std::errc() && width.ptr != end && *width.ptr == 'x')
+        height = std::from_chars(width.ptr + 1, end, options.height);
+    if (height.ec != std::errc() || height.ptr != end || height.ptr == width.ptr || options.width < 1 ||
+        options.height < 1)
+        throw OptionsError("--size takes a width and a height in pixels, such as 1200x900");
+    if (static_cast<long long>(options.width) * options.height > mostPixels)
+        throw OptionsError("--size: more than 268 million pixels");
+}
+
+CvornImageCodec::Format formatOf(std::string file) {
+    std::transform(file.begin(), file.end(), file.begin(), [](unsigned char c) { return std::tolower(c); });
+    if (file.ends_with(".png")) return CvornImageCodec::FORMAT_PNG;
+    if (file.ends_with(".jpg") || file.ends_with(".jpeg")) return CvornImageCodec::FORMAT_JPEG;
+    if (file.ends_with(".bmp")) return CvornImageCodec::FORMAT_BMP;
+    throw OptionsError("--export takes a name that ends with .png, .jpg or .bmp");
+}
+
+ViewPoint parseViewPoint(std::string_view text) {
+    for (auto [name, viewPoint] : viewPoints) {
+        if (name == text) return viewPoint;
+    }
+    throw OptionsError("--view takes one of 3d, front, top, side");
+}
+
+} // namespace
+
+Options parseOptions(int count, const char* const* arguments) {
+    Options options;
+    options.ramp = ColourRamp::names().front();
+    bool sized = false;
+    for (int i = 0; i < count; ++i) {
+        std::string_view argument = arguments[i];
+        auto value = [&]() -> std::string_view {
+            if (i + 1 == count) throw OptionsError(std::string(argument) + " needs a value");
+            return arguments[++i];
+        };
+        if (argument == "--help" || argument == "-h") {
+            options.help = true;
+            return options;
+        } else if (argument == "--export") {
+            options.exportFile = value();
+            options.format = formatOf(options.exportFile);
+        } else if (argument == "--size") {
+            parseSize(value(), options);
+            sized = true;
+        } else if (argument == "--ramp") {
+            options.ramp = value();
+            if (!ColourRamp::named(options.ramp)) throw OptionsError("--ramp takes one of " + rampNames());
+        } else if (argument == "--view") {
+            options.viewPoint = parseViewPoint(value());
+        } else if (argument.starts_with("--")) {
+            throw OptionsError("there is no option " + std::string(argument));
+        } else if (options.file.empty()) {
+            options.file = argument;
+        } else {
+            throw OptionsError("only one file can be shown, found " + std::string(argument) + " too");
+        }
+    }
+    if (options.file.empty()) throw OptionsError("which file? (--help tells more)");
+    if (sized && options.exportFile.empty()) throw OptionsError("--size goes with --export");
+    return options;
+}
+
+std::string usageText() {
+    return "explorer FILE [--export PICTURE [--size WxH]] [--view NAME] [--ramp NAME]\n"
+           "\n"
+           "Shows a grid of numbers, a CSV or TSV file of up to 1000 x 1000, as a surface.\n"
+           "\n"
+           "  --export PICTURE  write a .png, .jpg or .bmp file and show no window\n"
+           "  --size WxH        its size in pixels (1200x900)\n"
+           "  --view NAME       3d, front, top or side (3d)\n"
+           "  --ramp NAME       the colours: " +
+           rampNames() +
+           "\n"
+           "\n"
+           "In the window: drag to turn, Ctrl+drag to move, wheel or up and down keys to zoom,\n"
+           "right button while the left is held to come back; D, F, T and S for the 3-D, front,\n"
+           "top and side views.\n";
+}

@@ -1,0 +1,34 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <vorn/vorn.h>
+
+#include <stdexcept>
+#include <string>
+
+/// Where the first picture looks from.
+enum class ViewPoint { threeD, front, top, side };
+
+/// What the command line asks for.
+struct Options {
+    std::string file;       ///< the grid to show
+    std::string exportFile; ///< the picture to write; empty: show a window
+    CvornImageCodec::Format format = CvornImageCodec::FORMAT_PNG; ///< by the picture's name
+    int width = 1200;                                             ///< of the picture, in pixels
+    int height = 900;
+    std::string ramp;
+    ViewPoint viewPoint = ViewPoint::threeD;
+    bool help = false;
+};
+
+/// A command line that cannot be followed; `what()` says why.
+class OptionsError : public std::runtime_error {
+public:
+    using std::runtime_error::runtime_error;
+};
+
+/// Reads the arguments after the program's name. @throws OptionsError
+Options parseOptions(int count, const char* const* arguments);
+
+/// The text that --help prints.
+std::string usageText();
