@@ -1,0 +1,221 @@
+// SPDX-License-Identifier: MIT
+// The explorer as its user has it: a process with arguments, an exit status, messages, windows and picture
+// files.
+#include "tests/support/temp_folder.h"
+#include "vorn/vorn.h"
+
+#include <algorithm>
+#include <cstdlib>
+#include <gtest/gtest.h>
+
+namespace {
+
+std::string folderOfThisProgram() {
+    char path[MAX_PATH] = "";
+    ::GetModuleFileNameA(nullptr, path, MAX_PATH);
+    return std::string(path).substr(0, std::string(path).find_last_of('\\') + 1);
+}
+
+/// A running explorer whose standard output and error come through a pipe.
+class ExplorerProcess {
+public:
+    explicit ExplorerProcess(const std::string& arguments) {
+        SECURITY_ATTRIBUTES inherited = {sizeof inherited, nullptr, TRUE};
+        HANDLE write = nullptr;
+        ::CreatePipe(&m_read, &write, &inherited, 0);
+        ::SetHandleInformation(m_read, HANDLE_FLAG_INHERIT, 0);
+        STARTUPINFOA start = {};
+        start.cb = sizeof start;
+        start.dwFlags = STARTF_USESTDHANDLES;
+        start.hStdOutput = start.hStdError = write;
+        std::string line = "\"" + folderOfThisProgram() + "explorer.exe\" " + arguments;
+        EXPECT_TRUE(::CreateProcessA(nullptr, line.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr,
+                                     &start, &m_process))
+            << line;
+        ::CloseHandle(write);
+    }
+    ~ExplorerProcess() {
+        ::TerminateProcess(m_process.hProcess, 99);
+        ::CloseHandle(m_process.hProcess);
+        ::CloseHandle(m_process.hThread);
+        ::CloseHandle(m_read);
+    }
+    ExplorerProcess(const ExplorerProcess&) = delete;
+    ExplorerProcess& operator=(const ExplorerProcess&) = delete;
+
+    /// The exit status; 98 when it does not end in time.
+    int wait() {
+        DWORD status = 98;
+        if (::WaitForSingleObject(m_process.hProcess, 60'000) == WAIT_OBJECT_0)
+            ::GetExitCodeProcess(m_process.hProcess, &status);
+        return static_cast<int>(status);
+    }
+    /// All that was printed; only after the end.
+    std::string output() {
+        std::string text;
+        char part[512];
+        DWORD count = 0;
+        while (::ReadFile(m_read, part, sizeof part, &count, nullptr) && count > 0)
+            text.append(part, count);
+        return text;
+    }
+    /// The process's visible window, or null.
+    HWND window() const {
+        struct Search {
+            DWORD process;
+            HWND found;
+        } search = {m_process.dwProcessId, nullptr};
+        ::EnumWindows(
+            [](HWND window, LPARAM context) -> BOOL {
+                auto& search = *reinterpret_cast<Search*>(context);
+                DWORD process = 0;
+                ::GetWindowThreadProcessId(window, &process);
+                if (process == search.process && ::IsWindowVisible(window)) search.found = window;
+                return search.found == nullptr;
+            },
+            reinterpret_cast<LPARAM>(&search));
+        return search.found;
+    }
+
+private:
+    HANDLE m_read = nullptr;
+    PROCESS_INFORMATION m_process = {};
+};
+
+/// A picture file, read back.
+class Picture {
+public:
+    explicit Picture(const std::string& file) {
+        CvornImageCodec image;
+        if (!image.Load(file.c_str())) return;
+        m_surface.Create(image.GetWidth(), image.GetHeight(), static_cast<HPALETTE>(nullptr));
+        image.Draw(m_surface.GetHDC(), 0, 0, width(), height());
+        ::GdiFlush();
+    }
+    int width() { return m_surface.GetWidth(); }
+    int height() { return m_surface.GetHeight(); }
+    /// At a part of width and height from the upper left corner.
+    COLORREF at(double x, double y) {
+        return ::GetPixel(m_surface.GetHDC(), static_cast<int>(x * width()), static_cast<int>(y * height()));
+    }
+
+private:
+    CvornDIBSurface m_surface;
+};
+
+int brightness(COLORREF colour) {
+    return GetRValue(colour) * 3 + GetGValue(colour) * 6 + GetBValue(colour);
+}
+
+constexpr COLORREF background = RGB(250, 250, 248);
+
+class ExplorerTest : public testing::Test {
+protected:
+    std::string write(const std::string& name, const std::string& text) const {
+        return m_folder.write(name, {reinterpret_cast<const unsigned char*>(text.data()), text.size()});
+    }
+    std::string quoted(const std::string& name) const { return "\"" + m_folder.pathOf(name) + "\""; }
+
+    support::TempFolder m_folder;
+};
+
+/// Four level fields with a hole in the middle.
+std::string fourFields() {
+    std::string text;
+    for (int row = 0; row < 21; ++row) {
+        for (int column = 0; column < 21; ++column) {
+            bool middle = std::abs(row - 10) < 3 && std::abs(column - 10) < 3;
+            text += middle ? "NaN" : std::to_string((row > 10 ? 2 : 0) + (column > 10 ? 1 : 0));
+            text += column < 20 ? ";" : "\r\n";
+        }
+    }
+    return text;
+}
+
+TEST_F(ExplorerTest, ExportsThePictureOfTheFile) {
+    write("four fields.csv", fourFields());
+    struct Case {
+        const char* name;
+        const char* options;
+        int width, height;
+    };
+    for (auto [name, options, width, height] : {Case{"a picture.png", "", 1200, 900},
+                                                {"b.jpg", "--size 640x480", 640, 480},
+                                                {"c.bmp", "--size 301x500 --ramp grey", 301, 500},
+                                                {"d.PNG", "--size 1x1", 1, 1}}) {
+        SCOPED_TRACE(name);
+        ExplorerProcess explorer(quoted("four fields.csv") + " --view top --export " + quoted(name) + " " +
+                                 options);
+        EXPECT_EQ(explorer.wait(), 0) << explorer.output();
+        Picture picture(m_folder.pathOf(name));
+        ASSERT_EQ(picture.width(), width);
+        ASSERT_EQ(picture.height(), height);
+        if (width < 100) continue;
+        // The surface is square, a little under the shorter side; rows and columns lie as in the file.
+        double x = 0.2 * std::min(1.0, 1.0 * height / width), y = 0.2 * std::min(1.0, 1.0 * width / height);
+        int fields[] = {brightness(picture.at(0.5 - x, 0.5 - y)), brightness(picture.at(0.5 + x, 0.5 - y)),
+                        brightness(picture.at(0.5 - x, 0.5 + y)), brightness(picture.at(0.5 + x, 0.5 + y))};
+        EXPECT_TRUE(std::is_sorted(fields, fields + 4))
+            << fields[0] << " " << fields[1] << " " << fields[2] << " " << fields[3];
+        EXPECT_LT(fields[0] + 300, fields[3]);
+        for (COLORREF open : {picture.at(0.5, 0.5), picture.at(0.01, 0.01), picture.at(0.99, 0.99)})
+            EXPECT_LT(std::abs(brightness(open) - brightness(background)), 30);
+    }
+}
+
+TEST_F(ExplorerTest, SaysWhatIsWrongAndLeavesNothingBehind) {
+    write("good.csv", "1,2\n3,4\n");
+    write("ragged.csv", "1,2\n3\n");
+    write("text.csv", "1,2,3\n4,five,6\n");
+    struct Case {
+        std::string arguments;
+        int status;
+        const char* message;
+    };
+    const std::string picture = " --export " + quoted("picture.png");
+    const Case cases[] = {
+        {quoted("missing.csv") + picture, 1, "missing.csv: cannot be opened"},
+        {quoted("ragged.csv") + picture, 1, "ragged.csv, line 2, column 2: the row ends"},
+        {quoted("text.csv") + picture, 1, "text.csv, line 2, column 2: \"five\""},
+        {quoted("text.csv"), 1, "text.csv, line 2, column 2: \"five\""},
+        {quoted("good.csv") + " --export " + quoted("no folder\\picture.png"), 1,
+         "picture.png: cannot be written"},
+        {quoted("good.csv") + " --export " + quoted("picture.gif"), 2, ".png, .jpg or .bmp"},
+        {quoted("good.csv") + picture + " --size 0x100", 2, "--size"},
+        {quoted("good.csv") + picture + " --size 99999x99999", 2, "--size"},
+        {quoted("good.csv") + picture + " --size 10x10x", 2, "--size"},
+        {quoted("good.csv") + picture + " --ramp rainbow", 2, "land, dusk"},
+        {quoted("good.csv") + " --export", 2, "needs a value"},
+        {quoted("good.csv") + " --wrong", 2, "--wrong"},
+        {"", 2, "which file"},
+        {"--help", 0, "--export PICTURE"},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.arguments);
+        ExplorerProcess explorer(c.arguments);
+        EXPECT_EQ(explorer.wait(), c.status);
+        EXPECT_NE(explorer.output().find(c.message), std::string::npos);
+        EXPECT_TRUE(m_folder.read("picture.png").empty());
+    }
+}
+
+TEST_F(ExplorerTest, ShowsAWindowUntilItIsClosed) {
+    write("some heights.tsv", "1\t2\n3\t4\n");
+    ExplorerProcess explorer(quoted("some heights.tsv"));
+    HWND window = nullptr;
+    for (int i = 0; i < 600 && window == nullptr; ++i) {
+        ::Sleep(50);
+        window = explorer.window();
+    }
+    ASSERT_NE(window, nullptr);
+    char title[100] = "";
+    ::GetWindowTextA(window, title, sizeof title);
+    EXPECT_EQ(std::string(title).rfind("some heights.tsv", 0), 0u) << title;
+    for (int key : {VK_UP, int{'T'}, int{'F'}, int{'S'}, int{'D'}})
+        ::SendMessageA(window, WM_KEYDOWN, key, 1);
+    ::PostMessageA(window, WM_CLOSE, 0, 0);
+    EXPECT_EQ(explorer.wait(), 0);
+    EXPECT_EQ(explorer.output(), "");
+}
+
+} // namespace
