@@ -15,11 +15,15 @@ using Seconds = std::chrono::duration<double>;
 
 /// Long enough for the clock, short enough that a disturbance spoils one round of many.
 constexpr double secondsPerRound = 0.004;
-constexpr int rounds = 61;
 
 std::vector<Comparison>& comparisons() {
     static std::vector<Comparison> s_comparisons;
     return s_comparisons;
+}
+
+std::vector<Figure>& figures() {
+    static std::vector<Figure> s_figures;
+    return s_figures;
 }
 
 /// Seconds for so many calls.
@@ -61,7 +65,7 @@ void measure(const Comparison& comparison) {
     const Sides sides = comparison.prepare();
     const int ourCalls = callsPerRound(sides.ours), plainCalls = callsPerRound(sides.plain);
     std::vector<double> ours, plain, ratios;
-    for (int round = 0; round < rounds; round++) {
+    for (int round = 0; round < comparison.rounds; round++) {
         // Neither side always comes first.
         if (round % 2 == 0) ours.push_back(timeOf(sides.ours, ourCalls) / ourCalls);
         plain.push_back(timeOf(sides.plain, plainCalls) / plainCalls);
@@ -74,26 +78,42 @@ void measure(const Comparison& comparison) {
     std::fflush(stdout);
 }
 
+void measure(const Figure& figure) {
+    const double value = figure.measure();
+    std::printf("%-44s %-44s %6.4g %6.4g\n", figure.what.c_str(), ("a limit, in " + figure.unit).c_str(),
+                figure.limit, value);
+    std::fflush(stdout);
+}
+
+/// Measures those whose name contains the filter, in order of their names. Returns how many there were.
+template <typename T>
+int measureAll(std::vector<T>& all, const std::string& filter) {
+    std::stable_sort(all.begin(), all.end(), [](const T& a, const T& b) { return a.what < b.what; });
+    int count = 0;
+    for (const T& item : all) {
+        if (item.what.find(filter) == std::string::npos) continue;
+        measure(item);
+        count++;
+    }
+    return count;
+}
+
 } // namespace
 
 Registration::Registration(Comparison comparison) {
     comparisons().push_back(std::move(comparison));
 }
 
+Registration::Registration(Figure figure) {
+    figures().push_back(std::move(figure));
+}
+
 int run(const std::string& filter) {
-    auto& all = comparisons();
-    std::stable_sort(all.begin(), all.end(), [](const auto& a, const auto& b) { return a.what < b.what; });
     std::printf("%-44s %-44s %6s %6s %10s %10s\n", "what", "against", "aim", "ratio", "ours", "plain");
-    int count = 0;
-    for (const Comparison& comparison : all) {
-        if (comparison.what.find(filter) == std::string::npos) continue;
-        measure(comparison);
-        count++;
-    }
+    const int count = measureAll(comparisons(), filter) + measureAll(figures(), filter);
     std::printf(
-        "The ratio is our time over the plain one's, of %d interleaved rounds the median; the aim is at most "
-        "that.\n",
-        rounds);
+        "The ratio is our time over the plain one's, the median of interleaved rounds; the aim is at most "
+        "that.\n");
     return count;
 }
 

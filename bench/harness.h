@@ -19,6 +19,15 @@ struct Comparison {
     std::string against;            ///< the plain way: "a loop over 16 elements"
     double aim;                     ///< the time of ours over the plain one's, at most
     std::function<Sides()> prepare; ///< called when its turn has come
+    int rounds = 61;                ///< of interleaved timing; fewer for what takes seconds
+};
+
+/// A figure that stands for itself, such as the memory that something takes.
+struct Figure {
+    std::string what;
+    std::string unit;
+    double limit;
+    std::function<double()> measure;
 };
 
 /// Adds a comparison at program start:
@@ -28,10 +37,11 @@ struct Comparison {
 class Registration {
 public:
     explicit Registration(Comparison comparison);
+    explicit Registration(Figure figure);
 };
 
-/// Runs the comparisons whose name contains the filter (all for an empty one), in order of their names, and
-/// prints a line for each. Times are reported, never judged. Returns how many ran.
+/// Runs the comparisons and figures whose name contains the filter (all for an empty one), in order of their
+/// names, and prints a line for each. Times are reported, never judged. Returns how many ran.
 int run(const std::string& filter);
 
 /// Makes the compiler believe that the object is read, so that computing it is not optimised away.
