@@ -73,7 +73,6 @@ void CFrameWnd::OnInitMenuPopup(CMenu* pPopupMenu, UINT, BOOL bSysMenu) {
         const int position = static_cast<int>(update.m_nIndex);
         update.m_nID = pPopupMenu->GetMenuItemID(position);
         update.m_pSubMenu = nullptr;
-        if (update.m_nID == 0) continue;
         if (update.m_nID == static_cast<UINT>(-1)) {
             // A popup follows the command of its first item.
             update.m_pSubMenu = pPopupMenu->GetSubMenu(position);

@@ -242,13 +242,23 @@ TEST(Dialog, DisablesItsOwnerAndLeavesNothing) {
     EXPECT_EQ(HandleCounts::now(), before);
 }
 
-TEST(Dialog, EndsHoweverItIsEnded) {
-    QuietApp app;
-    const HandleCounts before = HandleCounts::now();
+/// Closes itself with 7 when it gets as far as OnInitDialog.
+class ClosingDialog : public CDialog {
+public:
+    using CDialog::CDialog;
+    BOOL OnInitDialog() override {
+        EndDialog(7);
+        return TRUE;
+    }
+};
+
+void endInEveryWay() {
     EXPECT_EQ(CDialog(31999).DoModal(), -1) << "no such template";
     EXPECT_FALSE(CDialog().Create(31999));
     EXPECT_EQ(CDialog().DoModal(), -1) << "no template at all";
-    EXPECT_EQ(ExchangeDialog(nullptr, 101).DoModal(), -1) << "its initialisation data is broken";
+    EXPECT_EQ(ClosingDialog(102).DoModal(), 7);
+    EXPECT_EQ(ClosingDialog(101).DoModal(), -1) << "its initialisation data ends too early";
+    EXPECT_EQ(ClosingDialog(103).DoModal(), -1) << "its initialisation data has a text without end";
 
     ExchangeDialog early, destroyed, quitting;
     early.m_atInit = [&] { early.EndDialog(44); };
@@ -262,6 +272,13 @@ TEST(Dialog, EndsHoweverItIsEnded) {
     }
     EXPECT_EQ(message.message, static_cast<UINT>(WM_QUIT)) << "the outer loop is to end, too";
     EXPECT_EQ(message.wParam, 9u);
+}
+
+TEST(Dialog, EndsHoweverItIsEnded) {
+    QuietApp app;
+    endInEveryWay(); // the system makes its fonts
+    const HandleCounts before = HandleCounts::now();
+    endInEveryWay();
     EXPECT_EQ(HandleCounts::now(), before);
 }
 

@@ -159,8 +159,8 @@ TEST(DeviceContext, AttributesGoToBothAndQuestionsToTheAttributeDC) {
     EXPECT_TRUE(drawing.RestoreDC(saved));
     EXPECT_EQ(::GetBkMode(drawing), TRANSPARENT);
     EXPECT_EQ(::GetBkMode(attributes), TRANSPARENT);
-    drawing.ReleaseAttribDC();
-    EXPECT_EQ(drawing.m_hAttribDC, nullptr);
+    ::DeleteDC(drawing.Detach());
+    EXPECT_EQ(drawing.m_hAttribDC, nullptr) << "it is not this one's to keep";
 }
 
 TEST(DeviceContext, HimetricFollowsTheLogicalInchOrTheMapMode) {
