@@ -12,7 +12,8 @@ install(DIRECTORY vorn DESTINATION ${CMAKE_INSTALL_INCLUDEDIR}
         FILES_MATCHING PATTERN "*.h" PATTERN "detail" EXCLUDE)
 
 configure_package_config_file(cmake/vorn-config.cmake.in vorn-config.cmake
-                              INSTALL_DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/vorn)
+                              INSTALL_DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/vorn
+                              PATH_VARS CMAKE_INSTALL_BINDIR)
 write_basic_package_version_file(vorn-config-version.cmake COMPATIBILITY SameMinorVersion)
 install(FILES ${CMAKE_CURRENT_BINARY_DIR}/vorn-config.cmake ${CMAKE_CURRENT_BINARY_DIR}/vorn-config-version.cmake
         DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/vorn)
