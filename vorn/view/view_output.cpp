@@ -28,12 +28,13 @@ CSize largestViewport() {
 
 } // namespace
 
-/// Gives the view the size of an output for a scope; the window's own size and context come back at the end.
+/// Gives the view the size of an output for a scope; its own size and context come back at the end.
 class CvornOGLWnd::Output {
 public:
     Output(CvornOGLWnd& view, CRect rc)
         : m_view(view), m_state(view.m_dwState, STATE_OUTPUT), m_rcBefore(view.m_rcClient),
-          m_nMargin(view.m_nBottomMargin) {
+          m_sizeBefore(view.m_rcView.Size()), m_nMargin(view.m_nBottomMargin),
+          m_nMode(view.m_oglDC.IsRenderToDIB() ? 1 : 0) {
         view.SetViewportSize(rc.Width(), rc.Height(), FALSE, 0, 0);
         // The margin is the window's: a picture ends where the view rectangle ends.
         view.m_nBottomMargin = 0;
@@ -41,7 +42,7 @@ public:
     ~Output() {
         m_view.m_nBottomMargin = m_nMargin;
         m_view.SetUpdate(UPD_ALL, FALSE, TRUE);
-        m_view.CreateDCA(0);
+        m_view.CreateContext(m_nMode, m_sizeBefore);
         m_view.SetViewportSize(m_rcBefore.Width(), m_rcBefore.Height(), TRUE, m_rcBefore.left,
                                m_rcBefore.top);
     }
@@ -52,7 +53,9 @@ private:
     CvornOGLWnd& m_view;
     vorn::detail::StateScope m_state;
     CRect m_rcBefore;
+    CSize m_sizeBefore;
     int m_nMargin;
+    int m_nMode;
 };
 
 int CvornOGLWnd::PrintScene(CDC* pDC, CRect rc, int) {

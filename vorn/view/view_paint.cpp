@@ -60,6 +60,7 @@ void CvornOGLWnd::ResizeSurface() {
     if (m_oglDC.GetRC() != before) {
         m_nTextures = 0;
         m_dwUpdate |= UPD_ALL;
+        m_bMissedContext = !resized;
         SetProjection();
     }
     OnUpdate(TRUE, TRUE);
