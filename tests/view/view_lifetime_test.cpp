@@ -5,7 +5,7 @@
 
 namespace {
 
-/// A view that draws a plate in its list and with its texture, both numbered as in every other view.
+/// A view that draws a plate from its list with its texture, both numbered as in every other view.
 class TexturedView : public support::ProbeView {
 public:
     explicit TexturedView(COLORREF colour) {
@@ -15,35 +15,31 @@ public:
         };
         onHook = [this, colour](const std::string& hook) {
             if (hook != "textures") return;
-            const GLubyte texel[] = {GetRValue(colour), GetGValue(colour), GetBValue(colour)};
             glBindTexture(GL_TEXTURE_2D, m_auTextures[0]);
             glTexParameteri(GL_TEXTURE_2D, GL_TEXTURE_MIN_FILTER, GL_NEAREST);
-            glTexImage2D(GL_TEXTURE_2D, 0, GL_RGB, 1, 1, 0, GL_RGB, GL_UNSIGNED_BYTE, texel);
+            glTexImage2D(GL_TEXTURE_2D, 0, GL_RGB, 1, 1, 0, GL_RGBA, GL_UNSIGNED_BYTE, &colour);
         };
         EXPECT_TRUE(open());
     }
     COLORREF centre() {
         paint();
-        return at(m_rcView.Width() / 2, m_rcView.Height() / 2);
+        return at(100, 75);
     }
 };
 
-constexpr COLORREF red = RGB(200, 20, 10), blue = RGB(10, 20, 200);
-
 TEST(ViewLifetimeTest, TwoViewsOpenAndCloseInAnyOrderAndAgain) {
+    const COLORREF colours[] = {RGB(200, 20, 10), RGB(10, 20, 200)};
     for (int closed = 0; closed < 2; ++closed) {
-        TexturedView views[] = {TexturedView(red), TexturedView(blue)};
-        const COLORREF colours[] = {red, blue};
-        for (int i = 0; i < 2; ++i)
+        TexturedView views[] = {TexturedView(colours[0]), TexturedView(colours[1])};
+        for (const int i : {closed, 1 - closed})
             EXPECT_TRUE(support::isNear(views[i].centre(), colours[i]));
         views[closed].DestroyWindow();
         EXPECT_EQ(views[closed].m_oglDC.GetRC(), nullptr);
         EXPECT_TRUE(support::isNear(views[1 - closed].centre(), colours[1 - closed]))
-            << "the other view is closed";
+            << "the other is closed";
         ASSERT_TRUE(views[closed].open());
-        EXPECT_TRUE(support::isNear(views[closed].centre(), colours[closed]));
-        EXPECT_TRUE(support::isNear(views[1 - closed].centre(), colours[1 - closed]))
-            << "the other view is open again";
+        for (const int i : {closed, 1 - closed})
+            EXPECT_TRUE(support::isNear(views[i].centre(), colours[i])) << "closed and opened again";
     }
 }
 
@@ -51,37 +47,29 @@ TEST(ViewLifetimeTest, RoundsOfOpeningPaintingAndClosingLeakNothing) {
     support::HandleCounts before;
     for (int round = 0; round < 200; ++round) {
         if (round == 4) before = support::HandleCounts::now();
-        TexturedView view(blue);
+        TexturedView view(RGB(10, 20, 200));
         view.paint();
-        view.SetWindowPos(nullptr, 0, 0, 120, 100, SWP_NOZORDER | SWP_NOACTIVATE);
         view.mouse(WM_MOUSEMOVE, MK_LBUTTON | MK_CONTROL, 60, 40);
+        if (round % 10 == 0) view.OutputToMetafile(nullptr, CRect(0, 0, 50, 40), 0);
+        if (round % 10 == 1) view.PrintScene(nullptr, CRect(0, 0, 50, 40), 0);
         if (round % 2 == 0) view.DestroyWindow();
     }
     EXPECT_EQ(support::HandleCounts::now(), before);
 }
 
 TEST(ViewLifetimeTest, CreationFailsWithoutAContextAndLeavesNothing) {
-    class Unlucky : public support::ProbeView {
-    public:
-        Unlucky() {
-            // The update before the context is made is the chance to hide the window from it.
-            onHook = [this](const std::string& hook) {
-                if (hook == "update0") m_hHidden = std::exchange(m_hWnd, nullptr);
-            };
-        }
-        LRESULT WindowProc(UINT message, WPARAM wParam, LPARAM lParam) override {
-            const LRESULT result = ProbeView::WindowProc(message, wParam, lParam);
-            if (m_hHidden != nullptr) m_hWnd = std::exchange(m_hHidden, nullptr);
-            return result;
-        }
-        HWND m_hHidden = nullptr;
-    };
     support::HandleCounts before;
-    for (int i = 0; i < 3; ++i) {
-        if (i == 1) before = support::HandleCounts::now();
-        Unlucky view;
+    for (int round = 0; round < 3; ++round) {
+        if (round == 1) before = support::HandleCounts::now();
+        support::ProbeView view;
+        HWND hidden = nullptr;
+        view.onHook = [&](const std::string& hook) {
+            // The update before the context is made is the chance to hide the window from it.
+            if (hook == "update0") hidden = std::exchange(view.m_hWnd, nullptr);
+        };
         EXPECT_FALSE(view.open());
-        EXPECT_EQ(view.m_hWnd, nullptr);
+        EXPECT_EQ(view.m_oglDC.GetRC(), nullptr);
+        EXPECT_FALSE(::IsWindow(hidden));
     }
     EXPECT_EQ(support::HandleCounts::now(), before);
 }
@@ -89,19 +77,17 @@ TEST(ViewLifetimeTest, CreationFailsWithoutAContextAndLeavesNothing) {
 TEST(ViewLifetimeTest, SizesBeforeCreationAndOfMinimisedWindows) {
     support::ProbeView view;
     EXPECT_EQ(view.SetViewportSize(300, 200, TRUE, 0, 0), CSize(0, 0));
-    view.SetUpdate(UPD_BUILD, TRUE, TRUE);
     EXPECT_FALSE(view.CreateDCA(0)) << "without a window";
     ASSERT_TRUE(view.open());
+    view.mouse(WM_MOUSEMOVE, MK_LBUTTON | MK_CONTROL, 30, 30); // a drag before the first picture
     view.SendMessage(WM_SIZE, SIZE_MINIMIZED, 0);
     EXPECT_EQ(view.m_rcView, CRect(0, 0, 200, 150));
     view.paint();
-    EXPECT_TRUE(support::isNear(view.at(0, 0), RGB(255, 255, 0)));
+    EXPECT_TRUE(support::isNear(view.at(100, 75), RGB(0x71, 0x4D, 0x4D), 20)) << "the cube";
     view.m_bToolBar = 1;
     view.hooks.clear();
     view.SetViewportSize(180, 120, TRUE, 0, 0);
     EXPECT_EQ(view.hooks, "bars size update11");
-    const std::unique_ptr<CObject> made(RUNTIME_CLASS(CvornOGLWnd)->CreateObject());
-    EXPECT_TRUE(made->IsKindOf(RUNTIME_CLASS(CvornOGLWnd)));
 }
 
 } // namespace
