@@ -71,8 +71,23 @@ BOOL CDialog::InitModalIndirect(LPCDLGTEMPLATE lpDialogTemplate, CWnd* pParentWn
 
 // ---- running it
 
+namespace {
+
+/// The window that the user is to finish a dialog without a parent for: this module's main window, else the
+/// program's, else whichever is active.
+HWND mainWindow() {
+    CWinApp* const program = AfxGetAppModuleState()->m_pCurrentWinApp;
+    for (CWinThread* thread : {AfxGetThread(), static_cast<CWinThread*>(program)}) {
+        CWnd* const main = thread == nullptr ? nullptr : thread->GetMainWnd();
+        if (main != nullptr && main->m_hWnd != nullptr) return main->m_hWnd;
+    }
+    return ::GetActiveWindow();
+}
+
+} // namespace
+
 HWND vornafx::modalOwner(CWnd* parent) {
-    HWND window = parent != nullptr ? parent->GetSafeHwnd() : AfxGetMainWnd()->GetSafeHwnd();
+    HWND window = parent != nullptr ? parent->m_hWnd : mainWindow();
     while (window != nullptr && (::GetWindowLongPtrA(window, GWL_STYLE) & WS_CHILD) != 0)
         window = ::GetParent(window);
     // The main window may have a modal window up already; that one is the owner then.

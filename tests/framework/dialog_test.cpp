@@ -225,8 +225,8 @@ TEST(Dialog, DisablesItsOwnerAndLeavesNothing) {
     CWnd owner, child;
     ASSERT_TRUE(owner.CreateEx(0, nullptr, "", WS_POPUP, CRect(0, 0, 50, 50), nullptr, 0));
     ASSERT_TRUE(child.Create(nullptr, "", 0, CRect(0, 0, 5, 5), &owner, 1));
-    const auto run = [&] {
-        ExchangeDialog dialog(&child);
+    const auto run = [&](CWnd* parent) {
+        ExchangeDialog dialog(parent);
         dialog.m_script = [&] {
             EXPECT_FALSE(owner.IsWindowEnabled());
             EXPECT_EQ(::GetWindow(dialog, GW_OWNER), owner.m_hWnd);
@@ -236,9 +236,18 @@ TEST(Dialog, DisablesItsOwnerAndLeavesNothing) {
         EXPECT_TRUE(owner.IsWindowEnabled());
         EXPECT_EQ(dialog.m_hWnd, nullptr);
     };
-    run(); // the system makes its fonts
+    run(&child); // the system makes its fonts
     const HandleCounts before = HandleCounts::now();
-    run();
+    run(&child);
+    app.m_pMainWnd = &owner;
+    run(nullptr);
+    // A DLL's dialog: its own application object has no main window, the program's has.
+    AFX_MODULE_STATE dll(AfxGetInstanceHandle());
+    {
+        AFX_MANAGE_STATE(&dll);
+        run(nullptr);
+    }
+    app.m_pMainWnd = nullptr;
     EXPECT_EQ(HandleCounts::now(), before);
 }
 
