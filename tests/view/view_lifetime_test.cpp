@@ -74,6 +74,22 @@ TEST(ViewLifetimeTest, CreationFailsWithoutAContextAndLeavesNothing) {
     EXPECT_EQ(support::HandleCounts::now(), before);
 }
 
+TEST(ViewLifetimeTest, HooksThatPaintOrDestroyTheWindowDoNoHarm) {
+    support::ProbeView view;
+    ASSERT_TRUE(view.open());
+    view.onHook = [&](const std::string& hook) {
+        if (hook != "scene") return;
+        view.Invalidate();
+        view.UpdateWindow();
+        if (view.cycles == 1) view.DestroyWindow();
+    };
+    view.paint();
+    EXPECT_EQ(view.cycles, 1) << "a cycle within the cycle";
+    view.paint();
+    EXPECT_EQ(view.m_hWnd, nullptr);
+    EXPECT_EQ(::wglGetCurrentContext(), nullptr);
+}
+
 TEST(ViewLifetimeTest, SizesBeforeCreationAndOfMinimisedWindows) {
     support::ProbeView view;
     EXPECT_EQ(view.SetViewportSize(300, 200, TRUE, 0, 0), CSize(0, 0));

@@ -61,6 +61,11 @@ int CvornOGLDC::CreateForSurface() {
 
 int CvornOGLDC::CreateForWindow(CWnd* pWnd, int bMetafile) {
     m_pRenderBitmap.reset();
+    // A printed page would stay in memory until the next one.
+    if (HasSurfaceBitmap()) {
+        delete m_pSurface;
+        m_pSurface = new CvornDIBSurface;
+    }
     vorn::detail::ClientDC client(pWnd);
     return client.get() != nullptr && CreateOn(client.get(), bMetafile);
 }

@@ -130,7 +130,8 @@ void CvornOGLWnd::OutputToMetafile(CDC*, CRect rc, int) {
 
     const Output output(*this, rc);
     // NOTE: hardly a driver makes a context current on a metafile. There the picture is recorded as a bitmap.
-    if (CreateDCA(2) && vorn::detail::CurrentContext(m_oglDC, pMetaDC.get()))
+    // A view off screen leaves its window without a pixel format.
+    if (!m_oglDC.IsRenderToDIB() && CreateDCA(2) && vorn::detail::CurrentContext(m_oglDC, pMetaDC.get()))
         OutputFrame(pMetaDC.get(), rc.TopLeft(), TRUE);
     else
         OutputPicture(pMetaDC.get(), rc.TopLeft(), TRUE);
@@ -161,6 +162,7 @@ void CvornOGLWnd::ShowMenu(CMenu* pMenu, int nSubMenu) {
 }
 
 void CvornOGLWnd::ProcessMenuCmdUI(CMenu* pMenu) {
+    if (pMenu->GetSafeHmenu() == nullptr) return;
     constexpr UINT popup = 0xFFFFFFFF;
     constexpr UINT separator = 0;
     CCmdUI cmdUI;

@@ -67,8 +67,8 @@ enum : DWORD {
 ///     chart.CreateEx(0, AfxRegisterWndClass(CS_HREDRAW | CS_VREDRAW), "Chart",
 ///                    WS_OVERLAPPEDWINDOW | WS_VISIBLE, CRect(0, 0, 800, 600), nullptr, 0);
 ///
-/// The model is meant to fill the cube from -0.5 to 0.5. With the left button the user turns it, with Ctrl
-/// held he moves it, wheel and up and down keys zoom; the right button opens the application's menu.
+/// The model is meant to fill the cube from -0.5 to 0.5. Dragging with the left button turns it, with Ctrl
+/// held moves it; wheel and up and down keys zoom; the right button opens the application's menu.
 ///
 /// A paint cycle calls the hooks in this order, those in brackets only when their bits are raised:
 ///
@@ -80,8 +80,12 @@ enum : DWORD {
 /// with all bits raised before and after, so that the hooks must make everything anew that lives in a
 /// context: display lists, textures, fonts.
 ///
-/// The window may be a child or a top-level one. Without a usable context the cycle runs all the same and
-/// draws nothing. Everything happens on the window's thread.
+/// The window may be a child or a top-level one. Wine shows no OpenGL in child windows: there a view draws
+/// off screen from the start, when its class answers WM_CREATE with `m_oglDC.SetRenderToDIB(1)` and
+/// `CWnd::OnCreate` in place of the base's handler.
+///
+/// Without a usable context the cycle runs all the same and draws nothing. Everything happens on the window's
+/// thread.
 class VORN_API CvornOGLWnd : public CWnd {
     DECLARE_DYNCREATE(CvornOGLWnd)
 
@@ -119,7 +123,7 @@ public:
     /// pictures are drawn in several tiles, each a paint cycle; GL drawing that sets its own viewport comes
     /// out wrong there. Returns 1.
     int PrintScene(CDC* pDC, CRect rc, int nUnused);
-    /// Draws the scene in the size of rc into an enhanced metafile, which goes to the file C:\\test.emf, if
+    /// Draws the scene in the size of rc into an enhanced metafile, which goes to the file C:\test.emf, if
     /// that can be written, and to the clipboard. pDC is not used.
     void OutputToMetafile(CDC* pDC, CRect rc, int nUnused);
     /// Puts a metafile on the clipboard and gives up its ownership, also when that fails.
