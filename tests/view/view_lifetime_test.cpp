@@ -47,12 +47,15 @@ TEST(ViewLifetimeTest, RoundsOfOpeningPaintingAndClosingLeakNothing) {
     support::HandleCounts before;
     for (int round = 0; round < 200; ++round) {
         if (round == 4) before = support::HandleCounts::now();
-        TexturedView view(RGB(10, 20, 200));
-        view.paint();
-        view.mouse(WM_MOUSEMOVE, MK_LBUTTON | MK_CONTROL, 60, 40);
-        if (round % 10 == 0) view.OutputToMetafile(nullptr, CRect(0, 0, 50, 40), 0);
-        if (round % 10 == 1) view.PrintScene(nullptr, CRect(0, 0, 50, 40), 0);
-        if (round % 2 == 0) view.DestroyWindow();
+        auto view = std::make_unique<TexturedView>(RGB(10, 20, 200));
+        view->paint();
+        view->mouse(WM_MOUSEMOVE, MK_LBUTTON | MK_CONTROL, 60, 40);
+        if (round % 10 == 0) view->OutputToMetafile(nullptr, CRect(0, 0, 50, 40), 0);
+        if (round % 10 == 1) view->PrintScene(nullptr, CRect(0, 0, 50, 40), 0);
+        const HGLRC context = view->m_oglDC.GetRC();
+        if (round % 2 == 0) view->DestroyWindow();
+        view.reset();
+        EXPECT_FALSE(::wglDeleteContext(context)) << "it is still there";
     }
     EXPECT_EQ(support::HandleCounts::now(), before);
 }

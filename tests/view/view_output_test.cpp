@@ -86,7 +86,9 @@ TEST_F(ViewOutputTest, PicturesBeyondTheViewportComeOutWhole) {
     for (int x = 0; x < width + 2; ++x) {
         const COLORREF colour = canvas.at(x, height / 2);
         reds += colour == red;
-        blues += colour == blue;
+        if (colour == blue && ++blues == 1) {
+            EXPECT_EQ(x, 1 + width / 2);
+        }
         whites += colour == white;
         int y = 0;
         while (y < height && canvas.at(x, y) != RGB(0, 0, 0))
