@@ -18,7 +18,7 @@ namespace {
         image[row] = x * m[row] + y * m[4 + row] + z * m[8 + row] + w * m[12 + row];
 }
 
-/// Replaces a model point by its window point. Returns false, with the point as it was, where w is 0.
+/// The window point of a model point. Returns false, and gives none, where w is 0.
 [[gnu::always_inline]] inline bool project(const CvornOGLMapping& mapping, double x, double y, double z,
                                            double (&window)[3]) {
     double eye[4], clip[4];
@@ -178,9 +178,14 @@ inline bool CvornOGLMapping::IsInverseValid() const {
 }
 
 void CvornOGLMapping::UpdateInverse() {
+    std::memcpy(m_adInverseModel, m_adModel, sizeof m_adModel);
+    std::memcpy(m_adInverseProj, m_adProj, sizeof m_adProj);
+    std::memcpy(m_anInverseViewport, m_anViewport, sizeof m_anViewport);
+
     double product[16];
     multiply(m_adProj, m_adModel, product);
     m_bInvertible = invert(product, m_adInverse);
+    if (!m_bInvertible) return;
     // From the window to the cube of clip coordinates first: x' = (x - left) / width * 2 - 1, and so on.
     double offset[4] = {0, 0, 0, 0};
     for (int column = 0; column < 3; column++) {
@@ -193,17 +198,14 @@ void CvornOGLMapping::UpdateInverse() {
     }
     for (int row = 0; row < 4; row++)
         m_adInverse[12 + row] += offset[row];
-
-    std::memcpy(m_adInverseModel, m_adModel, sizeof m_adModel);
-    std::memcpy(m_adInverseProj, m_adProj, sizeof m_adProj);
-    std::memcpy(m_anInverseViewport, m_anViewport, sizeof m_anViewport);
 }
 
 void CvornOGLMapping::gluUnProject(double x, double y, double z) {
     if (!IsInverseValid()) UpdateInverse();
+    if (!m_bInvertible) return;
     double model[4];
     transform(m_adInverse, x, y, z, 1, model);
-    if (!m_bInvertible || model[3] == 0) return;
+    if (model[3] == 0) return;
     const double scale = 1 / model[3];
     m_dPosX = model[0] * scale;
     m_dPosY = model[1] * scale;
