@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
+#include <random>
 #include <vector>
 
 namespace bench {
@@ -13,8 +14,12 @@ namespace {
 using Clock = std::chrono::steady_clock;
 using Seconds = std::chrono::duration<double>;
 
-/// Long enough for the clock, short enough that a disturbance spoils one round of many.
-constexpr double secondsPerRound = 0.004;
+/// Long enough for the clock, and shorter than a busy machine's slices of time: most rounds are then
+/// undisturbed.
+constexpr double secondsPerRound = 0.001;
+/// Where single calls are longer than that, this is enough after the first few rounds.
+constexpr double secondsPerComparison = 3;
+constexpr int fewestRounds = 15;
 
 std::vector<Comparison>& comparisons() {
     static std::vector<Comparison> s_comparisons;
@@ -26,18 +31,22 @@ std::vector<Figure>& figures() {
     return s_figures;
 }
 
-/// Seconds for so many calls.
+double secondsSince(Clock::time_point start) {
+    return Seconds(Clock::now() - start).count();
+}
+
+/// Seconds for one of so many calls.
 double timeOf(const std::function<void()>& side, int calls) {
     const auto start = Clock::now();
     for (int i = 0; i < calls; i++)
         side();
-    return Seconds(Clock::now() - start).count();
+    return secondsSince(start) / calls;
 }
 
 /// How many calls fill a round; also warms the side up.
 int callsPerRound(const std::function<void()>& side) {
     int calls = 1;
-    while (timeOf(side, calls) < secondsPerRound && calls < (1 << 24))
+    while (timeOf(side, calls) * calls < secondsPerRound && calls < (1 << 24))
         calls *= 2;
     return calls;
 }
@@ -65,11 +74,15 @@ void measure(const Comparison& comparison) {
     const Sides sides = comparison.prepare();
     const int ourCalls = callsPerRound(sides.ours), plainCalls = callsPerRound(sides.plain);
     std::vector<double> ours, plain, ratios;
+    // Which side comes first is drawn, so that nothing periodic on the machine meets always the same one.
+    std::minstd_rand draw;
+    const auto start = Clock::now();
     for (int round = 0; round < comparison.rounds; round++) {
-        // Neither side always comes first.
-        if (round % 2 == 0) ours.push_back(timeOf(sides.ours, ourCalls) / ourCalls);
-        plain.push_back(timeOf(sides.plain, plainCalls) / plainCalls);
-        if (round % 2 != 0) ours.push_back(timeOf(sides.ours, ourCalls) / ourCalls);
+        if (round >= fewestRounds && secondsSince(start) > secondsPerComparison) break;
+        const bool oursFirst = draw() % 2 == 0;
+        if (oursFirst) ours.push_back(timeOf(sides.ours, ourCalls));
+        plain.push_back(timeOf(sides.plain, plainCalls));
+        if (!oursFirst) ours.push_back(timeOf(sides.ours, ourCalls));
         ratios.push_back(ours.back() / plain.back());
     }
     std::printf("%-44s %-44s %6.2f %6.2f %10s %10s\n", comparison.what.c_str(), comparison.against.c_str(),

@@ -19,7 +19,7 @@ struct Comparison {
     std::string against;            ///< the plain way: "a loop over 16 elements"
     double aim;                     ///< the time of ours over the plain one's, at most
     std::function<Sides()> prepare; ///< called when its turn has come
-    int rounds = 61;                ///< of interleaved timing; fewer for what takes seconds
+    int rounds = 201;               ///< of interleaved timing, at most; fewer for what takes seconds
 };
 
 /// A figure that stands for itself, such as the memory that something takes.
