@@ -9,6 +9,7 @@
 #include <cmath>
 #include <cstring>
 #include <iterator>
+#include <utility>
 
 void CvornOGLWnd::OnPaint() {
     CPaintDC dc(this);
