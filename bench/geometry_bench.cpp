@@ -25,15 +25,16 @@ struct Cloud {
 };
 
 bench::Sides transformSides() {
-    const auto ours = std::make_shared<Cloud>(), plain = std::make_shared<Cloud>();
+    // One for both sides: where in memory it lies must not tell between them.
+    const auto cloud = std::make_shared<Cloud>();
     return {[=] {
                 for (int i = 0; i < pointCount; i++)
-                    ours->matrix.Transform3fa(&ours->points[i * 3]);
+                    cloud->matrix.Transform3fa(&cloud->points[i * 3]);
             },
             [=] {
-                const float* m = plain->matrix.m_afElement;
+                const float* m = cloud->matrix.m_afElement;
                 for (int i = 0; i < pointCount; i++) {
-                    float* p = &plain->points[i * 3];
+                    float* p = &cloud->points[i * 3];
                     const float x = p[0], y = p[1], z = p[2];
                     p[0] = m[0] * x + m[4] * y + m[8] * z + m[12];
                     p[1] = m[1] * x + m[5] * y + m[9] * z + m[13];
