@@ -1,8 +1,5 @@
 // SPDX-License-Identifier: MIT
-#include "tests/support/canvas.h"
-#include "tests/support/gl_test.h"
-#include "tests/support/handle_counts.h"
-#include "tests/support/temp_folder.h"
+#include "tests/bitmaps/bitmap_test.h"
 #include "vorn/bitmaps/image_codec.h"
 
 #include <memory>
@@ -10,7 +7,6 @@
 
 namespace {
 
-using support::Canvas;
 using Codec = CvornImageCodec;
 using Buffer = std::unique_ptr<BYTE, decltype(&free)>;
 
@@ -32,23 +28,22 @@ std::vector<BYTE> sampleBits(int width, int height, int bitCount) {
     return bits;
 }
 
-void expectSample(const Codec& image, int width, int height, int tolerance) {
-    ASSERT_EQ(std::pair(image.GetWidth(), image.GetHeight()), std::pair(width, height));
-    Canvas canvas(width + 2, height + 2, RGB(1, 2, 3));
-    ASSERT_TRUE(image.Draw(canvas.dc(), 1, 1, width, height));
-    for (int x = -1; x <= width; x++) {
-        for (int y = -1; y <= height; y++) {
+class ImageCodec : public BitmapTest {
+protected:
+    void expectSample(const Codec& image, int width, int height, int tolerance) {
+        m_canvas.fill(backdrop);
+        ASSERT_TRUE(image.Draw(m_canvas.dc(), 1, 1, width, height));
+        for (int i = 0; i < (width + 2) * (height + 2); i++) {
+            const int x = i % (width + 2) - 1, y = i / (width + 2) - 1;
             const bool inside = x >= 0 && y >= 0 && x < width && y < height;
-            ASSERT_TRUE(support::isNear(canvas.at(x + 1, y + 1), inside ? sampleAt(x, y) : RGB(1, 2, 3),
-                                        inside ? tolerance : 0))
-                << x << ", " << y;
+            expectPixels("sample", {{x + 1, y + 1, inside ? sampleAt(x, y) : backdrop}},
+                         inside ? tolerance : 0);
         }
     }
-}
+};
 
-TEST(Codec, EveryLayoutAndFormatComesBackPixelByPixel) {
-    const support::TempFolder folder;
-    const std::string file = folder.pathOf("picture");
+TEST_F(ImageCodec, EveryLayoutAndFormatComesBackPixelByPixel) {
+    const std::string file = m_folder.pathOf("picture");
     for (const auto& [format, mark, tolerance] : {std::tuple(Codec::FORMAT_BMP, 'B', 0),
                                                   {Codec::FORMAT_JPEG, '\xFF', 12},
                                                   {Codec::FORMAT_PNG, '\x89', 0}}) {
@@ -63,17 +58,17 @@ TEST(Codec, EveryLayoutAndFormatComesBackPixelByPixel) {
             expectSample(image, width, std::abs(height), tolerance);
             DWORD size = 0;
             const Buffer buffer(Codec::EncodeBits(format, size, bits.data(), width, height, bitCount), free);
-            EXPECT_EQ(std::vector<BYTE>(buffer.get(), buffer.get() + size), folder.read("picture"));
+            EXPECT_EQ(std::vector<BYTE>(buffer.get(), buffer.get() + size), m_folder.read("picture"));
             EXPECT_EQ(buffer.get()[0], static_cast<BYTE>(mark));
         }
     }
 }
 
-TEST(Codec, BitmapsOfTheScreenAndOfOneBitAreTakenAndHandlesComeBack) {
-    Canvas canvas(40, 20);
-    const auto useAll = [&] {
-        const std::vector<BYTE> bits = sampleBits(40, -20, 32);
-        ::SetBitmapBits(canvas.bitmap(), static_cast<DWORD>(bits.size()), bits.data());
+TEST_F(ImageCodec, BitmapsOfTheScreenAndOfOneBitAreTakenAndHandlesComeBack) {
+    support::Canvas canvas(40, 20);
+    const std::vector<BYTE> bits = sampleBits(40, -20, 32), halves = {0xF0, 0, 0xF0, 0};
+    ::SetBitmapBits(canvas.bitmap(), static_cast<DWORD>(bits.size()), bits.data());
+    expectHandlesKept([&] {
         Codec image;
         ASSERT_TRUE(image.CreateFromHBITMAP(canvas.bitmap()));
         const Codec copy = image;
@@ -82,24 +77,16 @@ TEST(Codec, BitmapsOfTheScreenAndOfOneBitAreTakenAndHandlesComeBack) {
         ASSERT_TRUE(image.Load(png.get(), size));
         expectSample(image, 40, 20, 0);
         expectSample(copy, 40, 20, 0);
-
-        const BYTE halves[] = {0xF0, 0, 0xF0, 0};
-        HBITMAP mono = ::CreateBitmap(8, 2, 1, 1, halves);
+        HBITMAP mono = ::CreateBitmap(8, 2, 1, 1, halves.data());
         EXPECT_TRUE(image.CreateFromHBITMAP(mono));
         ::DeleteObject(mono);
         EXPECT_FALSE(image.CreateFromHBITMAP(nullptr)) << "and keeps the picture:";
-        ASSERT_TRUE(image.Draw(canvas.dc(), 0, 0, 8, 2));
-        EXPECT_EQ(canvas.at(3, 1), RGB(255, 255, 255));
-        EXPECT_EQ(canvas.at(4, 1), RGB(0, 0, 0));
-    };
-    useAll();
-    const auto before = support::HandleCounts::now();
-    useAll();
-    useAll();
-    EXPECT_EQ(support::HandleCounts::now(), before);
+        ASSERT_TRUE(image.Draw(m_canvas.dc(), 0, 0, 8, 2));
+        expectPixels("mono", {{3, 1, white}, {4, 1, RGB(0, 0, 0)}});
+    });
 }
 
-TEST(Codec, ScalesSmoothlyAndBlendsWhatIsTransparent) {
+TEST_F(ImageCodec, ScalesSmoothlyAndBlendsWhatIsTransparent) {
     // An icon of four columns: opaque black, opaque white, red at half opacity, fully transparent green.
     const uint32_t columns[] = {0xFF000000, 0xFFFFFFFF, 0x80FF0000, 0x0000FF00};
     std::vector<BYTE> icon = {0,  0, 1, 0, 1, 0, 4, 4, 0, 0, 1, 0, 32, 0, 120, 0, 0, 0, 22, 0, 0, 0,
@@ -109,38 +96,32 @@ TEST(Codec, ScalesSmoothlyAndBlendsWhatIsTransparent) {
         memcpy(&icon[62 + row * 16], columns, 16);
     Codec image;
     ASSERT_TRUE(image.Load(icon.data(), icon.size()));
-    Canvas canvas(16, 16, RGB(0, 0, 255));
-    ASSERT_TRUE(image.Draw(canvas.dc(), 0, 0, 4, 4));
-    const COLORREF expected[] = {RGB(0, 0, 0), RGB(255, 255, 255), RGB(128, 0, 127), RGB(0, 0, 255)};
-    for (int x = 0; x < 4; x++)
-        EXPECT_TRUE(support::isNear(canvas.at(x, 2), expected[x], 2)) << x;
-    canvas.fill(RGB(0, 0, 255));
-    ASSERT_TRUE(image.Draw(canvas.dc(), 0, 0, 16, 16));
+    m_canvas.fill(RGB(0, 0, 255));
+    ASSERT_TRUE(image.Draw(m_canvas.dc(), 0, 0, 4, 4) && image.Draw(m_canvas.dc(), 0, 8, 16, 16));
+    const COLORREF blended = RGB(128, 0, 127), blue = RGB(0, 0, 255);
+    expectPixels("1:1", {{0, 2, RGB(0, 0, 0)}, {1, 2, white}, {2, 2, blended}, {3, 2, blue}}, 2);
     for (int x = 1; x < 5; x++)
-        EXPECT_LT(GetRValue(canvas.at(x, 8)), GetRValue(canvas.at(x + 1, 8))) << x;
-    EXPECT_TRUE(support::isNear(canvas.at(15, 8), RGB(0, 0, 255), 2)) << "transparent green must not bleed";
+        EXPECT_LT(GetRValue(m_canvas.at(x, 16)), GetRValue(m_canvas.at(x + 1, 16))) << x;
+    expectPixels("transparent green must not bleed", {{15, 16, blue}}, 2);
 
-    // Saved without transparency, it lies on white.
     DWORD size = 0;
     const Buffer flat(image.Encode(Codec::FORMAT_BMP, size), free);
-    ASSERT_TRUE(image.Load(flat.get(), size) && image.Draw(canvas.dc(), 0, 0, 4, 4));
-    EXPECT_TRUE(support::isNear(canvas.at(2, 0), RGB(255, 127, 127), 2));
-    EXPECT_EQ(canvas.at(3, 0), RGB(255, 255, 255));
+    ASSERT_TRUE(image.Load(flat.get(), size) && image.Draw(m_canvas.dc(), 0, 0, 4, 4));
+    expectPixels("saved without transparency, on white", {{2, 0, RGB(255, 127, 127)}, {3, 0, white}}, 2);
 
     // A fine checkerboard shrinks to grey.
     std::vector<BYTE> checks(64 * 64 * 4);
     for (int i = 0; i < 64 * 64; i++)
         std::fill_n(&checks[i * 4], 3, (i + i / 64) % 2 ? 255 : 0);
     const Buffer png(Codec::EncodeBits(Codec::FORMAT_PNG, size, checks.data(), 64, 64, 32), free);
-    ASSERT_TRUE(image.Load(png.get(), size) && image.Draw(canvas.dc(), 0, 0, 16, 16));
+    ASSERT_TRUE(image.Load(png.get(), size) && image.Draw(m_canvas.dc(), 0, 0, 16, 16));
     for (int i = 0; i < 16; i++)
-        EXPECT_TRUE(support::isNear(canvas.at(i, 15 - i), RGB(127, 127, 127), 3)) << i;
+        expectPixels("grey", {{i, 15 - i, RGB(127, 127, 127)}}, 3);
 }
 
-TEST(Codec, AFailedSaveLeavesTheOldFile) {
-    const support::TempFolder folder;
+TEST_F(ImageCodec, AFailedSaveLeavesTheOldFile) {
     const std::vector<BYTE> bits = sampleBits(4, 4, 24), old = {1, 2, 3};
-    const std::string file = folder.write("old.png", old), nowhere = folder.pathOf("none\\picture.png");
+    const std::string file = m_folder.write("old.png", old), nowhere = m_folder.pathOf("none\\picture.png");
     const auto save = [&](const std::string& name, int format = Codec::FORMAT_PNG, int cx = 4,
                           int bitCount = 24) {
         return Codec::SaveBits(name.c_str(), format, bits.data(), cx, 4, bitCount);
@@ -151,16 +132,16 @@ TEST(Codec, AFailedSaveLeavesTheOldFile) {
     EXPECT_FALSE(Codec::SaveBits(file.c_str(), Codec::FORMAT_PNG, nullptr, 4, 4, 24));
     ::SetFileAttributesA(file.c_str(), FILE_ATTRIBUTE_READONLY);
     EXPECT_FALSE(save(file));
-    EXPECT_EQ(folder.read("old.png"), old);
+    EXPECT_EQ(m_folder.read("old.png"), old);
     ::SetFileAttributesA(file.c_str(), FILE_ATTRIBUTE_NORMAL);
     EXPECT_TRUE(save(file));
-    EXPECT_NE(folder.read("old.png"), old);
+    EXPECT_NE(m_folder.read("old.png"), old);
     WIN32_FIND_DATAA found;
-    EXPECT_EQ(::FindFirstFileA(folder.pathOf("vrn*").c_str(), &found), INVALID_HANDLE_VALUE)
+    EXPECT_EQ(::FindFirstFileA(m_folder.pathOf("vrn*").c_str(), &found), INVALID_HANDLE_VALUE)
         << found.cFileName;
 }
 
-TEST(Codec, RespectsTheApartmentOfTheThread) {
+TEST_F(ImageCodec, RespectsTheApartmentOfTheThread) {
     const auto apartmentAfterUse = [&](int choice) {
         std::pair<HRESULT, APTTYPE> result;
         std::thread([&] {

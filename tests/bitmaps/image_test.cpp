@@ -1,9 +1,6 @@
 // SPDX-License-Identifier: MIT
+#include "tests/bitmaps/bitmap_test.h"
 #include "tests/bitmaps/sample_pictures.h"
-#include "tests/support/canvas.h"
-#include "tests/support/gl_test.h"
-#include "tests/support/handle_counts.h"
-#include "tests/support/temp_folder.h"
 #include "vorn/bitmaps/image.h"
 
 #include <afxpriv.h>
@@ -13,53 +10,47 @@ namespace {
 
 using Bytes = std::vector<BYTE>;
 
-constexpr COLORREF backdrop = RGB(12, 34, 56), margin = RGB(200, 100, 50);
+constexpr COLORREF margin = RGB(200, 100, 50);
 const std::string formats[] = {"bmp", "gif", "ico", "jpeg", "png", "tiff"};
 
 struct NamedImage : CvornImageX {
     using CvornImageX::GetFileFromPathName, CvornImageX::m_hrLastQuery;
 };
 
-class Image : public testing::Test {
+class Image : public BitmapTest {
 protected:
     void render(const CvornImageX& image, const CRect& rc, BOOL fill = FALSE) {
         m_canvas.fill(backdrop);
         EXPECT_TRUE(image.Render(&m_dc, fill, margin, rc, nullptr));
     }
-    /// The middles of the picture's quarters, the margins at its edges, and the backdrop around `rc`.
-    void expectRendered(const CRect& rc, const CRect& picture, int tolerance = 1) {
+    /// The middles of the picture's quarters, and what lies beside its right and lower edges.
+    void expectRendered(const char* what, const CRect& picture, COLORREF beside, int tolerance = 1) {
         for (int i = 0; i < 4; i++) {
             const int x = picture.left + picture.Width() * (i % 2 * 2 + 1) / 4;
             const int y = picture.top + picture.Height() * (i / 2 * 2 + 1) / 4;
-            EXPECT_TRUE(support::isNear(m_canvas.at(x, y), support::quarterColours[i], tolerance)) << i;
+            expectPixels(what, {{x, y, support::quarterColours[i]}}, tolerance);
         }
-        const int x = picture.CenterPoint().x, y = picture.CenterPoint().y;
-        for (const CPoint& at : {CPoint(picture.left - 1, y), CPoint(picture.right, y),
-                                 CPoint(x, picture.top - 1), CPoint(x, picture.bottom)})
-            if (const COLORREF there = m_canvas.at(at.x, at.y); there != CLR_INVALID) {
-                EXPECT_EQ(there, rc.PtInRect(at) ? margin : backdrop) << at.x << ", " << at.y;
-            }
+        expectPixels(what,
+                     {{picture.right, picture.top, beside}, {picture.right - 1, picture.bottom, beside}});
     }
     std::string write(const std::string& format) {
         return m_folder.write("a." + format, support::samplePicture(format));
     }
 
-    support::TempFolder m_folder;
-    support::Canvas m_canvas{130, 130, backdrop};
-    CDC& m_dc = *CDC::FromHandle(m_canvas.dc());
     NamedImage m_image;
 };
 
 TEST_F(Image, EveryFormatLoadsByNameAndDrawsItsColours) {
     for (const std::string& format : formats) {
-        SCOPED_TRACE(format);
         const std::string path = write(format);
-        ASSERT_TRUE(m_image.Load(path.c_str()));
+        ASSERT_TRUE(m_image.Load(path.c_str())) << format;
         EXPECT_STREQ(m_image.GetPathName(), path.c_str());
         EXPECT_EQ(m_image.GetImageSize(&m_dc), CSize(support::sampleWidth, support::sampleHeight));
         EXPECT_EQ(m_image.GetWidth(0) > 0, static_cast<IPicture*>(m_image) != nullptr);
         render(m_image, CRect(10, 2, 110, 112));
-        expectRendered(CRect(10, 2, 110, 112), CRect(0, 30, 100, 80), format == "jpeg" ? 25 : 1);
+        expectRendered(format.c_str(), CRect(0, 30, 100, 80), margin, format == "jpeg" ? 25 : 1);
+        expectPixels("margins",
+                     {{10, 29, margin}, {109, 111, margin}, {110, 50, backdrop}, {50, 112, backdrop}});
     }
 }
 
@@ -90,7 +81,7 @@ TEST_F(Image, EverySourceLoads) {
                     : source == 1 ? m_image.Load(ar)
                                   : m_image.Load(&stream));
         render(m_image, CRect(5, 5, 45, 25));
-        expectRendered(CRect(5, 5, 45, 25), CRect(5, 5, 45, 25));
+        expectRendered("source", CRect(5, 5, 45, 25), backdrop);
     }
     CSize size;
     m_image.m_hrLastQuery = E_FAIL;
@@ -141,18 +132,18 @@ TEST_F(Image, RenderFillsTheMarginsAndRender2StaysInTheCorner) {
         EXPECT_EQ(m_canvas.at(49, 49), fill ? margin : backdrop) << "nothing is open";
     }
     // The OLE loader draws the one, the codec the other, which takes Render2's sizes in HIMETRIC units.
-    for (const std::string format : {"bmp", "tiff"}) {
-        SCOPED_TRACE(format);
-        ASSERT_TRUE(m_image.Load(write(format).c_str()));
+    for (const char* format : {"bmp", "tiff"}) {
+        ASSERT_TRUE(m_image.Load(write(format).c_str())) << format;
         m_image.SetAlignH(2);
         m_image.SetAlignV(2);
         render(m_image, CRect(10, 10, 110, 110));
-        expectRendered(CRect(10, 10, 110, 110), CRect(30, 40, 70, 60));
+        expectRendered(format, CRect(30, 40, 70, 60), margin);
+        expectPixels("margins", {{29, 50, margin}, {50, 39, margin}, {9, 50, backdrop}, {110, 50, backdrop}});
         CSize extent(80, 60);
         if (static_cast<IPicture*>(m_image) == nullptr) m_dc.DPtoHIMETRIC(&extent);
         m_canvas.fill(backdrop);
         m_image.Render2(&m_dc, 0, 0, CRect(CPoint(10, 10), extent), nullptr);
-        expectRendered(CRect(), CRect(10, 10, 90, 50));
+        expectRendered(format, CRect(10, 10, 90, 50), backdrop);
     }
 }
 
@@ -166,28 +157,23 @@ TEST_F(Image, HalfTransparentPixelsBlend) {
     for (const char* name : {"a.ico", "a.png"}) {
         ASSERT_TRUE(m_image.Load(m_folder.pathOf(name).c_str())) << name;
         render(m_image, CRect(0, 0, 40, 20));
-        EXPECT_TRUE(support::isNear(m_canvas.at(10, 5), RGB(134, 17, 28), 2)) << name;
+        expectPixels(name, {{10, 5, RGB(134, 17, 28)}}, 2);
     }
 }
 
 TEST_F(Image, CopiesShareAndHandlesComeBack) {
     const std::string names[] = {write("bmp"), write("tiff")};
-    support::HandleCounts before;
-    for (int round = 0; round < 4; round++) {
-        if (round == 1) before = support::HandleCounts::now();
-        CvornImageX assigned;
-        {
-            CvornImageX first;
-            EXPECT_TRUE(first.Load(names[round % 2].c_str()) && assigned.Load(names[0].c_str()));
-            const CvornImageX copy(first);
-            assigned = copy;
+    expectHandlesKept([&] {
+        for (const std::string& name : names) {
+            CvornImageX assigned, first;
+            EXPECT_TRUE(first.Load(name.c_str()) && assigned.Load(names[0].c_str()));
+            assigned = CvornImageX(first);
             assigned = *&assigned;
             first.Close();
+            render(assigned, CRect(5, 5, 45, 25));
+            expectRendered("copy", CRect(5, 5, 45, 25), backdrop);
         }
-        render(assigned, CRect(5, 5, 45, 25));
-        expectRendered(CRect(5, 5, 45, 25), CRect(5, 5, 45, 25));
-    }
-    EXPECT_EQ(support::HandleCounts::now(), before);
+    });
 }
 
 TEST_F(Image, BrokenFilesFailAndLeaveNothingOpen) {

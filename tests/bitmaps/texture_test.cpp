@@ -1,12 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "vorn/bitmaps/texture.h"
 
+#include "tests/bitmaps/bitmap_test.h"
 #include "tests/bitmaps/dib_samples.h"
 #include "tests/bitmaps/sample_pictures.h"
-#include "tests/support/canvas.h"
-#include "tests/support/gl_test.h"
-#include "tests/support/handle_counts.h"
-#include "tests/support/temp_folder.h"
 
 #include <cmath>
 #include <functional>
@@ -45,7 +42,7 @@ CvornDIB sampleDib(int bits) {
     return dib;
 }
 
-class Texture : public testing::Test {
+class Texture : public BitmapTest {
 protected:
     int load(const std::string& path, const CRect& rect) {
         return m_texture.LoadX(&m_dc, path.c_str(), rect, m_violet, CvornDIBTexture::TRANSLATE_BY_GDI);
@@ -53,9 +50,6 @@ protected:
 
     const CvornColour m_violet{0.6F, 0.2F, 0.8F, 1};
     const COLORREF m_background = m_violet;
-    support::TempFolder m_folder;
-    support::Canvas m_screen{4, 4};
-    CDC& m_dc = *CDC::FromHandle(m_screen.dc());
     TestTexture m_texture;
 };
 
@@ -125,17 +119,14 @@ TEST_F(Texture, ImagesAreDrawnAtASizeOverTheBackground) {
 
 TEST_F(Texture, CopiesKeepThePixelsAndHandlesComeBack) {
     const std::string path = m_folder.write("a.bmp", support::samplePicture("bmp"));
-    support::HandleCounts before;
-    for (int round = 0; round < 4; round++) {
-        if (round == 1) before = support::HandleCounts::now();
+    expectHandlesKept([&] {
         EXPECT_TRUE(load(path, CRect(0, 0, 40, 20)));
         TestTexture copy;
         copy = TestTexture(m_texture);
         m_texture.Close();
         EXPECT_EQ(copy.at(1, 1), quarterColours[2]);
         EXPECT_TRUE(copy.Resize(&m_dc, CRect(0, 0, 20, 10), 0)) << "the image is shared too";
-    }
-    EXPECT_EQ(support::HandleCounts::now(), before);
+    });
 }
 
 TEST_F(Texture, SpecialCreateRefusesWhatItCannotHold) {

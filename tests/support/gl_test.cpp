@@ -9,7 +9,8 @@ testing::AssertionResult isNear(COLORREF actual, COLORREF expected, int toleranc
     for (int shift = 0; shift < 24; shift += 8) {
         const int a = (actual >> shift) & 0xFF, b = (expected >> shift) & 0xFF;
         if (std::abs(a - b) > tolerance)
-            return testing::AssertionFailure() << std::hex << "0x" << actual << " instead of 0x" << expected;
+            return testing::AssertionFailure()
+                   << (testing::Message() << std::hex << "0x" << actual << " instead of 0x" << expected);
     }
     return testing::AssertionSuccess();
 }
