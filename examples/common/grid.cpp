@@ -171,6 +171,7 @@ Grid GridParser::withoutHeaders(const Headers& headers) {
         for (int i = headers.column; i < m_table.columns; ++i)
             grid.columnLabels.push_back(labelOf(m_table.firstRow[i]));
     }
+    if (headers.row && headers.column) grid.corner = labelOf(m_table.firstRow.front());
     if (headers.column) {
         for (int i = headers.row; i < m_table.rows; ++i)
             grid.rowLabels.push_back(labelOf(m_table.firstColumn[i]));

@@ -19,6 +19,8 @@ struct Grid {
     std::vector<std::string> columnLabels; ///< the header row, one label a column; empty when there is none
     std::vector<std::string> rowLabels;    ///< the header column, one label a row; empty when there is none
 
+    std::string corner; ///< the cell above the header column; "rows\\columns" may name both sides
+
     double at(int row, int column) const { return values[static_cast<std::size_t>(row) * columns + column]; }
 };
 

@@ -1,15 +1,18 @@
 // SPDX-License-Identifier: MIT
 #include "explorer_view.h"
 
+#include <array>
 #include <utility>
 
 namespace {
 
 constexpr COLORREF background = RGB(250, 250, 248);
 
-/// At the view's eye distance of 7 the picture is 1.33 units high at the origin; a ball of this radius stays
-/// inside it however the model is turned.
-constexpr float ballRadius = 0.65f;
+/// Display lists 1000 to 1255 hold the font; glGenLists hands out low numbers.
+constexpr int fontLists = 1000;
+
+/// The longer side of a plane's picture, in pixels.
+constexpr float planePixels = 512;
 
 /// Degrees about the x axis, after a turn about the upright one.
 void setPreset(float (&preset)[3], float aboutX, float aboutZ) {
@@ -24,13 +27,19 @@ BEGIN_MESSAGE_MAP(CExplorerView, CvornOGLWnd)
     ON_WM_KEYDOWN()
 END_MESSAGE_MAP()
 
-CExplorerView::CExplorerView(examples::Grid grid, const examples::ColourRamp& ramp)
-    : m_grid(std::move(grid)), m_ramp(ramp) {
+CExplorerView::CExplorerView(examples::Grid grid, const Options& options)
+    : m_grid(std::move(grid)), m_ramp(*examples::ColourRamp::named(options.ramp)),
+      m_axes(m_grid, options.titles), m_planeFiles(options.planeFiles) {
+    for (DWORD bits : options.hidden)
+        m_axes.toggle(bits);
     m_clrBackground = background;
-    m_lighting.SetPosition(-0.7f, 0.45f, 0.95f); // from the upper left, where the eye expects it on relief
+    m_nFontListBase = fontLists;
+    m_nTexturesWanted = 3;
+    m_lighting.SetPosition(-0.85f, -0.2f, 1.0f); // from the left, where the eye expects it on relief
     // A little steeper than the base's, to see into valleys. The base's side view is its top view until the
     // application says which side it means: here the right one.
-    setPreset(m_userRot.m_afPreset3D, -58, 45);
+    // Turned so that the corner where the axes meet lies at the back.
+    setPreset(m_userRot.m_afPreset3D, -62, -38);
     setPreset(m_userRot.m_afPresetSide, -90, -90);
     m_userRot.Set3D();
 }
@@ -67,15 +76,59 @@ bool CExplorerView::drawPicture(CvornDIBSurface& picture) {
     return m_drawn;
 }
 
+void CExplorerView::OnUpdateTextureInfo() {
+    CClientDC screen(nullptr);
+    CvornAxisSet& set = m_axes.set();
+    const std::array<CvornDIBTexture*, 3> images = {&set.m_imageXY, &set.m_imageXZ, &set.m_imageYZ};
+    constexpr std::array<DWORD, 3> planes = {PLANE_XY, PLANE_XZ, PLANE_YZ};
+    for (std::size_t i = 0; i < images.size(); ++i) {
+        if (m_planeFiles[i].empty()) continue;
+        // A new context has none of the old one's textures: made anew, the picture is sent again.
+        CRect size;
+        set.GetGridImageRect(size, planes[i], planePixels);
+        images[i]->LoadX(&screen, m_planeFiles[i].c_str(), size, CvornColour(background, 1),
+                         CvornDIBTexture::TRANSLATE_BY_BOTH);
+        images[i]->SetTextureName(m_auTextures[i]);
+    }
+}
+
+void CExplorerView::OnUpdateTextMetrics(CDC*, int) {
+    if (CDC* dc = m_oglDC.GetDC()) m_axes.makeFont(*dc, m_rcView.Height(), m_nFontListBase);
+}
+
 void CExplorerView::OnBuild() {
-    m_surface.build(
-        examples::buildSurfaceMesh(m_grid, m_ramp, examples::MeshExtents::inBall(m_grid, ballRadius)));
+    m_surface.build(examples::buildSurfaceMesh(m_grid, m_ramp, m_axes.extents()));
+    m_axes.build(m_fLineWidth);
 }
 
 void CExplorerView::OnOutputToDC(CDC*, int, int) {
+    m_axes.draw();
     m_surface.draw();
+    m_axes.drawLabels(m_mapping, m_nFontListBase);
     // Without a context the cycle runs all the same, and draws nothing.
     m_drawn = ::wglGetCurrentContext() != nullptr;
+}
+
+// What the key switches on or off; false for any other key.
+bool CExplorerView::onSwitchKey(UINT nChar) {
+    switch (nChar) {
+    case 'G':
+        m_axes.toggle(AXES_GRIDS);
+        break;
+    case 'A':
+        m_axes.toggle(AXES_TIPS);
+        break;
+    case 'L':
+        m_axes.toggle(ChartAxes::SHOW_LABELS);
+        break;
+    case 'P':
+        m_axes.toggle(ChartAxes::SHOW_PLANES);
+        break;
+    default:
+        return false;
+    }
+    SetUpdate(UPD_BUILD, TRUE, TRUE);
+    return true;
 }
 
 void CExplorerView::OnKeyDown(UINT nChar, UINT nRepCnt, UINT nFlags) {
@@ -93,6 +146,7 @@ void CExplorerView::OnKeyDown(UINT nChar, UINT nRepCnt, UINT nFlags) {
         lookFrom(ViewPoint::side);
         break;
     default:
+        onSwitchKey(nChar);
         break;
     }
     CvornOGLWnd::OnKeyDown(nChar, nRepCnt, nFlags);

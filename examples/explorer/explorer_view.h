@@ -1,16 +1,17 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "chart_axes.h"
 #include "options.h"
 #include "surface.h"
 
 #include <vorn/vorn.h>
 
-/// The chart window: a grid of numbers as a lit surface. Turning, moving and zooming come from the base; keys
-/// choose where to look from.
+/// The chart window: a grid of numbers as a lit surface between axes. Turning, moving and zooming come from
+/// the base; keys choose where to look from, and what is shown.
 class CExplorerView : public CvornOGLWnd {
 public:
-    CExplorerView(examples::Grid grid, const examples::ColourRamp& ramp);
+    CExplorerView(examples::Grid grid, const Options& options);
 
     /// Makes the top-level window, hidden at first. False when the system or OpenGL refuses.
     bool createWindow(const CString& title);
@@ -21,7 +22,11 @@ public:
     /// Draws the chart off-screen, in any size; needs no window. False when OpenGL cannot.
     bool drawPicture(CvornDIBSurface& picture);
 
+    ChartAxes& axes() { return m_axes; }
+
 protected:
+    void OnUpdateTextureInfo() override;
+    void OnUpdateTextMetrics(CDC* pDC, int bPrint) override;
     void OnBuild() override;
     void OnOutputToDC(CDC* pDC, int x, int y) override;
 
@@ -29,8 +34,12 @@ protected:
     DECLARE_MESSAGE_MAP()
 
 private:
+    bool onSwitchKey(UINT nChar);
+
     examples::Grid m_grid;
     examples::ColourRamp m_ramp;
     Surface m_surface;
-    bool m_drawn = false; ///< by the last paint cycle
+    ChartAxes m_axes;
+    std::array<std::string, 3> m_planeFiles; ///< pictures on the planes xy, xz and yz
+    bool m_drawn = false;                    ///< by the last paint cycle
 };

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "chart_file.h"
 #include "explorer_view.h"
 #include "export.h"
 #include "options.h"
@@ -59,7 +60,9 @@ bool CExplorerApp::start(const Options& options) {
             exportPicture(std::move(grid), options);
             return false;
         }
-        m_view = std::make_unique<CExplorerView>(std::move(grid), *examples::ColourRamp::named(options.ramp));
+        m_view = std::make_unique<CExplorerView>(std::move(grid), options);
+        loadChart(m_view->axes(), options);
+        saveChart(m_view->axes(), options);
         m_view->lookFrom(options.viewPoint);
         if (!m_view->createWindow(titleOf(options.file)))
             throw std::runtime_error("OpenGL has no window here");

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "options.h"
 
+#include "chart_axes.h"
+
 #include "common/colour_ramp.h"
 
 #include <algorithm>
@@ -60,6 +62,38 @@ ViewPoint parseViewPoint(std::string_view text) {
     throw OptionsError("--view takes one of 3d, front, top, side");
 }
 
+/// Reads "X,Y,Z"; a title may be left empty.
+std::array<std::string, 3> parseTitles(std::string_view text) {
+    std::array<std::string, 3> titles;
+    for (std::size_t i = 0; i < titles.size(); ++i) {
+        const std::size_t comma = i + 1 < titles.size() ? text.find(',') : text.size();
+        if (comma == std::string_view::npos) throw OptionsError("--titles takes three texts: X,Y,Z");
+        titles[i] = text.substr(0, comma);
+        text.remove_prefix(std::min(comma + 1, text.size()));
+    }
+    return titles;
+}
+
+/// Reads "xy=FILE".
+void parsePlane(std::string_view text, Options& options) {
+    constexpr std::array<std::string_view, 3> planes = {"xy=", "xz=", "yz="};
+    for (std::size_t i = 0; i < planes.size(); ++i) {
+        if (!text.starts_with(planes[i])) continue;
+        options.planeFiles[i] = text.substr(planes[i].size());
+        return;
+    }
+    throw OptionsError("--plane takes xy=FILE, xz=FILE or yz=FILE");
+}
+
+/// Reads the name of a part of the axes.
+DWORD parsePart(std::string_view text) {
+    if (text == "grids") return AXES_GRIDS;
+    if (text == "tips") return AXES_TIPS;
+    if (text == "labels") return ChartAxes::SHOW_LABELS;
+    if (text == "planes") return ChartAxes::SHOW_PLANES;
+    throw OptionsError("--hide takes one of grids, tips, labels, planes");
+}
+
 } // namespace
 
 Options parseOptions(int count, const char* const* arguments) {
@@ -86,6 +120,16 @@ Options parseOptions(int count, const char* const* arguments) {
             if (!ColourRamp::named(options.ramp)) throw OptionsError("--ramp takes one of " + rampNames());
         } else if (argument == "--view") {
             options.viewPoint = parseViewPoint(value());
+        } else if (argument == "--titles") {
+            options.titles = parseTitles(value());
+        } else if (argument == "--plane") {
+            parsePlane(value(), options);
+        } else if (argument == "--hide") {
+            options.hidden.push_back(parsePart(value()));
+        } else if (argument == "--save") {
+            options.saveFile = value();
+        } else if (argument == "--load") {
+            options.loadFile = value();
         } else if (argument.starts_with("--")) {
             throw OptionsError("there is no option " + std::string(argument));
         } else if (options.file.empty()) {
@@ -100,7 +144,7 @@ Options parseOptions(int count, const char* const* arguments) {
 }
 
 std::string usageText() {
-    return "explorer FILE [--export PICTURE [--size WxH]] [--view NAME] [--ramp NAME]\n"
+    return "explorer FILE [--export PICTURE [--size WxH]] [--view NAME] [OPTIONS]\n"
            "\n"
            "Shows a grid of numbers, a CSV or TSV file of up to 1000 x 1000, as a surface.\n"
            "\n"
@@ -110,8 +154,13 @@ std::string usageText() {
            "  --ramp NAME       the colours: " +
            rampNames() +
            "\n"
+           "  --titles X,Y,Z    what runs along the axes (from the file's headers)\n"
+           "  --plane xy=FILE   a picture on that plane of the axes (also xz, yz)\n"
+           "  --hide PART       without grids, tips, labels or planes\n"
+           "  --save CHART      write the chart's ranges and parameters to a file\n"
+           "  --load CHART      take them from such a file\n"
            "\n"
            "In the window: drag to turn, Ctrl+drag to move, wheel or up and down keys to zoom,\n"
            "right button while the left is held to come back; D, F, T and S for the 3-D, front,\n"
-           "top and side views.\n";
+           "top and side views; G, A, L and P for grids, tips, labels and planes.\n";
 }

@@ -3,8 +3,10 @@
 
 #include <vorn/vorn.h>
 
+#include <array>
 #include <stdexcept>
 #include <string>
+#include <vector>
 
 /// Where the first picture looks from.
 enum class ViewPoint { threeD, front, top, side };
@@ -18,6 +20,11 @@ struct Options {
     int height = 900;
     std::string ramp;
     ViewPoint viewPoint = ViewPoint::threeD;
+    std::array<std::string, 3> titles;     ///< of the axes; empty: from the grid's headers
+    std::array<std::string, 3> planeFiles; ///< pictures on the planes xy, xz and yz
+    std::vector<DWORD> hidden;             ///< parts of the axes not to be shown
+    std::string saveFile;                  ///< where to save the chart's ranges and parameters
+    std::string loadFile;                  ///< where to load them from
     bool help = false;
 };
 

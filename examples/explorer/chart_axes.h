@@ -1,0 +1,90 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include "common/axis_range.h"
+#include "common/label_layout.h"
+#include "common/surface_mesh.h"
+
+#include <vorn/vorn.h>
+
+#include <array>
+#include <string>
+#include <vector>
+
+/// The axes round the surface: an axis set whose ranges fit the data, and the texts at its ticks and ends.
+/// Along x run the columns, along y the rows, along z the values.
+class ChartAxes {
+public:
+    using Titles = std::array<std::string, 3>;
+
+    /// Ranges and titles for a grid; empty titles are taken from the grid's headers.
+    ChartAxes(const examples::Grid& grid, Titles titles);
+
+    CvornAxisSet& set() { return m_set; }
+    /// The size of the surface inside the axes, in model units.
+    const examples::MeshExtents& extents() const { return m_extents; }
+
+    /// What is shown of the set; AXES_TIPS, AXES_GRIDS, and SHOW_LABELS and SHOW_PLANES for this class.
+    enum : DWORD { SHOW_LABELS = 0x1000, SHOW_PLANES = 0x2000 };
+    bool shows(DWORD bits) const { return m_set.GetParam(bits) == bits; }
+    void toggle(DWORD bits) { m_set.SetParam(m_set.GetParam(~0UL) ^ bits); }
+
+    /// Compiles the set into its display list. Needs the view's context.
+    void build(float lineWidth);
+    /// Draws the list, unlit.
+    void draw() const;
+
+    /// Makes the font for a picture of that height. `dc` is the one that GL draws to.
+    void makeFont(CDC& dc, int pictureHeight, int listBase);
+    /// Draws the texts in front of everything, as far as they have room in the viewport. The mapping is the
+    /// view's.
+    void drawLabels(CvornOGLMapping& mapping, int listBase);
+    /// As the last `drawLabels` placed them; pixels of the viewport.
+    const std::vector<examples::PlacedLabel>& labels() const { return m_placed; }
+
+    /// Stores or loads ranges and parameters. Throws what the archive throws, with nothing changed.
+    void serialize(CArchive& archive);
+
+private:
+    /// One axis of the three: its numbers, and what it measures.
+    struct Scale {
+        examples::AxisRange range;
+        double first = 0, last = 0;     ///< the data at the surface's near, or left, and far end
+        bool reversed = false;          ///< the numbers fall along the axis
+        std::vector<std::string> names; ///< instead of the numbers 0, 1, 2 ...
+        std::string title;
+
+        void fit();
+        double valueAt(int tick) const;
+        std::string textAt(int tick) const;
+        int ticks() const { return range.minorSteps() / 5 + 1; }
+    };
+    struct Text {
+        std::string text;
+        SIZE size;
+    };
+
+    static Scale scaleOf(const std::vector<std::string>& labels, int count, const char* what);
+    void place();
+    /// Where the numbers of an axis stand: on that of its parallel edges of the box which lies outermost.
+    struct Edge {
+        float offset[3] = {};      ///< from the axis to the edge, in model units
+        double outX = 0, outY = 0; ///< away from the chart, in the picture
+        bool visible = false;      ///< long enough in the picture to be worth labels
+    };
+    Edge edgeOf(CvornOGLMapping& mapping, std::size_t which);
+    void addLabels(CvornOGLMapping& mapping, std::size_t which, int priority);
+    void addText(CvornOGLMapping& mapping, const Edge& edge, float position, std::size_t which,
+                 const std::string& text, int priority, double distance);
+    const CvornAxis& axis(std::size_t which) const;
+    SIZE measure(const std::string& text) const;
+
+    CvornAxisSet m_set;
+    std::array<Scale, 3> m_scales;
+    examples::MeshExtents m_whole; ///< the grid's proportions
+    examples::MeshExtents m_extents;
+    TEXTMETRICA m_metrics{};
+    std::array<int, 256> m_advance{};
+    std::vector<examples::PlacedLabel> m_placed;
+    std::vector<std::string> m_texts;
+};
