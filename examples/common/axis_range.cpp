@@ -13,11 +13,14 @@ namespace {
 // Below this share of the numbers themselves a step is lost in their last digits.
 constexpr double leastShare = 1e-12;
 
+// What lies beyond has no room for sums and products.
+constexpr double most = 1e301;
+
 double roundStep(double length, int wanted) {
     const double raw = length / std::max(wanted, 2);
     const double power = std::pow(10.0, std::floor(std::log10(raw)));
     for (double factor : {1.0, 2.0, 5.0}) {
-        if (factor * power >= raw * 0.999) return factor * power;
+        if (factor * power >= raw * 0.85) return factor * power;
     }
     return 10 * power;
 }
@@ -30,11 +33,11 @@ int AxisRange::minorSteps() const {
 
 AxisRange AxisRange::around(double least, double greatest, int wanted) {
     if (!std::isfinite(least) || !std::isfinite(greatest) || least > greatest ||
-        !std::isfinite(greatest - least))
+        std::max(std::abs(least), std::abs(greatest)) > most)
         return around(0, 1, wanted);
     const double size = std::max(std::abs(least), std::abs(greatest));
     if (greatest - least <= size * leastShare || greatest == least) {
-        const double pad = size == 0 ? 1 : size * (size * 0.1 > 1 ? 1 / size : 0.1);
+        const double pad = size == 0 ? 1 : std::max(std::min(size * 0.1, 1.0), size * 1e-9);
         return around(least - pad, greatest + pad, wanted);
     }
     AxisRange range;

@@ -54,7 +54,7 @@ void layOutLabels(std::span<PlacedLabel> labels, double width, double height, do
         label.shown = false;
         if (!std::isfinite(label.x) || !std::isfinite(label.y)) continue;
         placeBeside(label, gap);
-        if (!moveInside(label, width, height, gap / 2)) continue;
+        if (!moveInside(label, width, height, gap)) continue;
         label.shown = std::none_of(standing.begin(), standing.end(),
                                    [&](const PlacedLabel* other) { return collide(label, *other, gap); });
         if (label.shown) standing.push_back(&label);

@@ -42,6 +42,9 @@ bool readScale(const std::vector<std::string>& labels, double& first, double& la
 } // namespace
 
 void ChartAxes::Scale::fit() {
+    // Beyond, there is no room for sums and products.
+    first = std::clamp(first, -1e300, 1e300);
+    last = std::clamp(last, -1e300, 1e300);
     reversed = first > last;
     const double sign = reversed ? -1 : 1;
     range = AxisRange::around(sign * first, sign * last, wantedTicks);
@@ -138,12 +141,17 @@ void ChartAxes::place() {
     for (std::size_t i = 0; i < 3; ++i) {
         const Scale& scale = m_scales[i];
         lengths[i] = static_cast<float>((high[i] - low[i]) * size) + tipLength;
-        // A range far from 0 would be lost in the axis's single precision: there it begins at 0.
-        const double distance =
-            std::max(std::abs(scale.range.low), std::abs(scale.range.high)) / scale.range.length();
-        const double base = distance > 1e4 ? scale.range.low : 0;
-        axes[i]->SetMin(static_cast<float>(scale.range.low - base));
-        axes[i]->SetMax(static_cast<float>(scale.range.high - base));
+        // A range that single precision cannot tell apart is counted in minor steps instead.
+        const double length = scale.range.length();
+        const double share = std::max(std::abs(scale.range.low), std::abs(scale.range.high)) / length;
+        if (share > 1e4 || length > 1e30 || length < 1e-30) {
+            axes[i]->SetMin(0);
+            axes[i]->SetMax(static_cast<float>(scale.range.minorSteps()));
+            axes[i]->SetTick(5);
+            continue;
+        }
+        axes[i]->SetMin(static_cast<float>(scale.range.low));
+        axes[i]->SetMax(static_cast<float>(scale.range.high));
         axes[i]->SetTick(static_cast<float>(scale.range.tick));
     }
     m_set.UpdateLength(lengths[0], lengths[1], lengths[2], 1);
@@ -275,7 +283,8 @@ void ChartAxes::addLabels(CvornOGLMapping& mapping, std::size_t which, int prior
         const SIZE size = measure(text);
         widest = std::max(widest, std::abs(edge.outX) * size.cx + std::abs(edge.outY) * size.cy);
         const int rank = tick == 0 || tick == last ? 3 : tick % 2 == 0 ? 6 : 9;
-        addText(mapping, edge, axis(which).GetTickPos(5 * tick), which, text, priority + rank, m_metrics.tmHeight * 0.35);
+        addText(mapping, edge, axis(which).GetTickPos(5 * tick), which, text, priority + rank,
+                m_metrics.tmHeight * 0.35);
     }
     addText(mapping, edge, 0.5F, which, scale.title, priority, widest + m_metrics.tmHeight * 0.8);
 }

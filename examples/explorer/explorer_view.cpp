@@ -35,6 +35,7 @@ CExplorerView::CExplorerView(examples::Grid grid, const Options& options)
     m_clrBackground = background;
     m_nFontListBase = fontLists;
     m_nTexturesWanted = 3;
+    m_bTextures = 1;                             // the pictures keep their own colours
     m_lighting.SetPosition(-0.85f, -0.2f, 1.0f); // from the left, where the eye expects it on relief
     // A little steeper than the base's, to see into valleys. The base's side view is its top view until the
     // application says which side it means: here the right one.

@@ -144,7 +144,8 @@ TEST_F(ExplorerTest, ExportsThePictureOfTheFile) {
                                                 {"c.bmp", "--size 301x500 --ramp grey", 301, 500},
                                                 {"d.PNG", "--size 1x1", 1, 1}}) {
         SCOPED_TRACE(name);
-        ExplorerProcess explorer(quoted("four fields.csv") + " --view top --export " + quoted(name) + " " +
+        ExplorerProcess explorer(quoted("four fields.csv") +
+                                 " --view top --hide grids --hide labels --export " + quoted(name) + " " +
                                  options);
         EXPECT_EQ(explorer.wait(), 0) << explorer.output();
         Picture picture(m_folder.pathOf(name));

@@ -4,6 +4,8 @@
 #include <algorithm>
 #include <cmath>
 #include <gtest/gtest.h>
+#include <limits>
+#include <span>
 
 namespace {
 
@@ -21,10 +23,16 @@ Grid someGrid(int rows, int columns) {
     return grid;
 }
 
+Options optionsOf(const char* ramp) {
+    Options options;
+    options.ramp = ramp;
+    return options;
+}
+
 /// The view with its rotation open to the test.
 class View : public CExplorerView {
 public:
-    explicit View(Grid grid) : CExplorerView(std::move(grid), *ColourRamp::named("land")) {}
+    explicit View(Grid grid) : CExplorerView(std::move(grid), optionsOf("land")) {}
 
     CvornMatrix& rotation() { return *m_userRot.GetMatrix(); }
     void press(UINT key) { OnKeyDown(key, 1, 0); }
@@ -57,6 +65,20 @@ Coverage coverageOf(const std::vector<BYTE>& picture, int width, int height) {
     return coverage;
 }
 
+/// What is shown lies inside the picture, and no text touches another.
+void expectLabelsApart(const std::vector<examples::PlacedLabel>& labels, int width, int height) {
+    for (const auto& a : labels) {
+        if (!a.shown) continue;
+        EXPECT_TRUE(a.left >= 0 && a.bottom >= 0 && a.left + a.width <= width &&
+                    a.bottom + a.height <= height);
+        for (const auto& b : labels) {
+            if (&a == &b || !b.shown) continue;
+            EXPECT_TRUE(a.left >= b.left + b.width || b.left >= a.left + a.width ||
+                        a.bottom >= b.bottom + b.height || b.bottom >= a.bottom + a.height);
+        }
+    }
+}
+
 TEST(ExplorerView, NothingIsClippedAtAnyAngle) {
     struct Case {
         int rows, columns, width, height;
@@ -69,6 +91,7 @@ TEST(ExplorerView, NothingIsClippedAtAnyAngle) {
             view.rotation().RotateZRad(0.83f * step, 1);
             Coverage coverage = coverageOf(view.picture(width, height), width, height);
             EXPECT_EQ(coverage.border, 0) << rows << " x " << columns << ", step " << step;
+            expectLabelsApart(view.axes().labels(), width, height);
         }
         view.lookFrom(ViewPoint::top);
         EXPECT_GT(coverageOf(view.picture(width, height), width, height).all, rows * columns);
@@ -92,6 +115,82 @@ TEST(ExplorerView, KeysLookFromWhereTheySay) {
         EXPECT_EQ(std::count(pictures.begin(), pictures.end(), pictures[i]), 1) << i;
 }
 
+TEST(ExplorerView, StrangeDataDrawsWithLabels) {
+    const double nan = std::numeric_limits<double>::quiet_NaN();
+    struct Case {
+        const char* name;
+        int rows, columns;
+        std::vector<double> values;
+        int fewest; ///< labels that a large picture shows
+    };
+    const Case cases[] = {
+        {"narrow range", 2, 2, {0.001, 0.002, 0.0015, 0.001}, 8},
+        {"far from 0", 2, 2, {1e6, 1e6 + 3, 1e6 + 1, 1e6}, 8},
+        {"both signs", 2, 2, {-5, 5, 0, 1}, 8},
+        {"constant", 2, 2, {7, 7, 7, 7}, 8},
+        {"single row", 1, 4, {1, 2, 3, 4}, 6},
+        {"single number", 1, 1, {1e300}, 4},
+        {"only holes", 2, 2, {nan, nan, nan, nan}, 8},
+        {"widest", 2, 2, {-1e308, 1e308, 0, 0}, 4},
+    };
+    for (const Case& c : cases) {
+        SCOPED_TRACE(c.name);
+        Grid grid;
+        grid.rows = c.rows;
+        grid.columns = c.columns;
+        grid.values = c.values;
+        View view(grid);
+        view.picture(800, 600);
+        const auto& labels = view.axes().labels();
+        EXPECT_GE(std::count_if(labels.begin(), labels.end(), [](const auto& label) { return label.shown; }),
+                  c.fewest);
+        EXPECT_LT(labels.size(), 60U);
+        expectLabelsApart(labels, 800, 600);
+    }
+}
+
+TEST(ExplorerView, ChartFilesBringRangesAndParametersBack) {
+    const auto stored = [](View& view, UINT mode, CMemFile& file) {
+        file.SeekToBegin();
+        CArchive archive(&file, mode);
+        view.axes().serialize(archive);
+        archive.Close();
+    };
+    View source(someGrid(12, 15));
+    source.axes().set().SetParam(AXES_GRIDS);
+    CMemFile file;
+    stored(source, CArchive::store, file);
+    View other(someGrid(3, 4));
+    stored(other, CArchive::load, file);
+    EXPECT_EQ(other.axes().set().GetParam(~0UL), static_cast<unsigned long>(AXES_GRIDS));
+    EXPECT_EQ(other.axes().set().m_axisZ.GetMax(), source.axes().set().m_axisZ.GetMax());
+    EXPECT_EQ(other.axes().set().m_axisX.GetMax(), source.axes().set().m_axisX.GetMax());
+
+    // Cut off anywhere, and with every byte set: an exception or a chart that draws.
+    std::vector<BYTE> bytes(static_cast<std::size_t>(file.GetLength()));
+    file.SeekToBegin();
+    file.Read(bytes.data(), static_cast<UINT>(bytes.size()));
+    for (std::size_t length = 0; length < bytes.size(); length += 7) {
+        CMemFile cut;
+        cut.Write(bytes.data(), static_cast<UINT>(length));
+        EXPECT_ANY_THROW(
+            try { stored(other, CArchive::load, cut); } catch (CException* exception) {
+                exception->Delete();
+                throw 0;
+            });
+        for (BYTE& byte : std::span(bytes).subspan(length, 1))
+            byte = 0xFF;
+        CMemFile corrupt;
+        corrupt.Write(bytes.data(), static_cast<UINT>(bytes.size()));
+        try {
+            stored(other, CArchive::load, corrupt);
+        } catch (CException* exception) {
+            exception->Delete();
+        }
+        other.picture(60, 40);
+    }
+}
+
 /// A list must show what the buffers show.
 class ListView : public View {
 public:
@@ -99,7 +198,7 @@ public:
 
 protected:
     void OnBuild() override {
-        m_list.build(buildSurfaceMesh(someGrid(12, 15), *ColourRamp::named("land"), m_extents),
+        m_list.build(buildSurfaceMesh(someGrid(12, 15), *ColourRamp::named("land"), axes().extents()),
                      Surface::Storage::list);
     }
     void OnOutputToDC(CDC* pDC, int x, int y) override {
@@ -108,12 +207,16 @@ protected:
     }
 
 private:
-    MeshExtents m_extents = MeshExtents::inBall(someGrid(12, 15), 0.65f);
     Surface m_list;
 };
 
 TEST(ExplorerView, AListShowsWhatBuffersShow) {
-    EXPECT_EQ(ListView(someGrid(12, 15)).picture(200, 150), View(someGrid(12, 15)).picture(200, 150));
+    ListView list(someGrid(12, 15));
+    View buffers(someGrid(12, 15));
+    // The list is drawn once more over the whole, texts included.
+    list.axes().toggle(ChartAxes::SHOW_LABELS);
+    buffers.axes().toggle(ChartAxes::SHOW_LABELS);
+    EXPECT_EQ(list.picture(200, 150), buffers.picture(200, 150));
 }
 
 } // namespace
