@@ -198,6 +198,7 @@ public:
 
 protected:
     void OnBuild() override {
+        axes().build(m_fLineWidth);
         m_list.build(buildSurfaceMesh(someGrid(12, 15), *ColourRamp::named("land"), axes().extents()),
                      Surface::Storage::list);
     }
