@@ -7,14 +7,10 @@
 #include <cmath>
 
 OverlayTest::OverlayTest() : m_nFontLists(::glGenLists(256)), m_nList(::glGenLists(1)) {
-    ::glViewport(0, 0, m_window.width(), m_window.height());
     ::glMatrixMode(GL_PROJECTION);
-    ::gluPerspective(40, 800.0 / 600, 1, 20);
-    ::glMatrixMode(GL_MODELVIEW);
-    ::gluLookAt(2, 3, 6, 0, 0, 0, 0, 1, 0);
+    ::gluPerspective(12, 800.0 / viewHeight, 0.1, 100); // as hard as in a view
     ::glEnable(GL_DEPTH_TEST);
-    m_map.Update(1);
-
+    lookFrom(2, 3, 6);
     m_dc.Attach(m_window.dc());
     m_font.CreatePointFont(120, "Arial", &m_dc);
     CFont* const old = m_dc.SelectObject(&m_font);
@@ -37,52 +33,69 @@ CSize OverlayTest::extentOf(const std::string& text) const {
     return extent;
 }
 
-namespace {
-
-void include(std::vector<Drawn>& list, const support::FeedbackPrimitive& primitive, bool begins) {
-    const auto& first = primitive.vertices.front();
-    if (begins)
-        list.push_back({first.x, first.y, first.x, first.y, first.z, first.r, first.g, first.b, first.a});
-    Drawn& drawn = list.back();
-    for (const auto& vertex : primitive.vertices) {
-        drawn.left = std::min(drawn.left, vertex.x);
-        drawn.right = std::max(drawn.right, vertex.x);
-        drawn.bottom = std::min(drawn.bottom, vertex.y);
-        drawn.top = std::max(drawn.top, vertex.y);
-    }
-}
-
-} // namespace
-
-Picture pictureOf(const std::function<void()>& draw) {
+Picture OverlayTest::pictureOf(const std::function<void()>& draw) {
     Picture picture;
-    int triangles = 0;
-    int lines = 0;
-    for (const auto& primitive : support::captureWindow(draw)) {
-        if (primitive.kind == GL_POLYGON_TOKEN)
-            include(picture.quads, primitive, primitive.vertices.size() == 4 || triangles++ % 2 == 0);
-        if (primitive.kind == GL_LINE_TOKEN) include(picture.loops, primitive, lines++ % 4 == 0);
-        if (primitive.kind == GL_BITMAP_TOKEN) include(picture.characters, primitive, true);
+    std::vector<support::FeedbackVertex> quad, loop; // a quad comes in two triangles, a loop in four lines
+    for (const auto& [kind, vertices, marker] : support::captureWindow(draw)) {
+        const auto& first = vertices[0];
+        if (kind == GL_BITMAP_TOKEN)
+            picture.characters.push_back(character(first.x, viewHeight - first.y, first.z));
+        auto& whole = kind == GL_POLYGON_TOKEN ? quad : loop;
+        if (kind != GL_BITMAP_TOKEN) whole.insert(whole.end(), vertices.begin(), vertices.end());
+        if (quad.size() < 6 && loop.size() < 8) continue;
+        const auto &from = whole[0],
+                   &to = kind == GL_POLYGON_TOKEN ? whole[4] : whole[3]; // the opposite corner
+        const auto channel = [](double value) { return static_cast<float>(value); };
+        (kind == GL_POLYGON_TOKEN ? picture.quads : picture.loops)
+            .push_back(box(from.x, viewHeight - to.y, to.x, viewHeight - from.y, from.z,
+                           {channel(from.r), channel(from.g), channel(from.b), channel(from.a)}));
+        whole.clear();
     }
     return picture;
 }
 
-testing::AssertionResult isAt(const Drawn& drawn, double left, double bottom, double right, double top,
-                              double depth) {
-    const double off = std::max({std::abs(drawn.left - left), std::abs(drawn.bottom - bottom),
-                                 std::abs(drawn.right - right), std::abs(drawn.top - top)});
-    if (off < 0.02 && std::abs(drawn.depth - depth) < 1e-5) return testing::AssertionSuccess();
-    return testing::AssertionFailure()
-           << "from " << drawn.left << ", " << drawn.bottom << " to " << drawn.right << ", " << drawn.top
-           << " at depth " << drawn.depth << " instead of from " << left << ", " << bottom << " to " << right
-           << ", " << top << " at depth " << depth;
+std::string OverlayTest::box(double left, double top, double right, double bottom, double depth,
+                             const CvornColour& colour) {
+    char line[120];
+    std::snprintf(line, sizeof line, "%.1f,%.1f to %.1f,%.1f at %.3f in %.2f %.2f %.2f %.2f", left, top,
+                  right, bottom, depth, colour.m_fRed, colour.m_fGreen, colour.m_fBlue, colour.m_fAlpha);
+    return line;
 }
 
-testing::AssertionResult hasColour(const Drawn& drawn, COLORREF colour, double alpha) {
-    const double off = std::max({std::abs(drawn.r - GetRValue(colour) / 255.0),
-                                 std::abs(drawn.g - GetGValue(colour) / 255.0),
-                                 std::abs(drawn.b - GetBValue(colour) / 255.0), std::abs(drawn.a - alpha)});
-    if (off < 0.005) return testing::AssertionSuccess();
-    return testing::AssertionFailure()
-           << "colour " << drawn.r << ", " << drawn.g << ", " << drawn.b << ", " << drawn.a;
+std::string OverlayTest::box(const CRect& rc, double depth, const CvornColour& colour) {
+    return box(rc.left, rc.top, rc.right, rc.bottom, depth, colour);
+}
+
+std::string OverlayTest::character(double x, double y, double depth) {
+    char line[60];
+    std::snprintf(line, sizeof line, "%.1f,%.1f at %.3f", x, y, depth);
+    return line;
+}
+
+long OverlayTest::countIn(const CRect& rc, COLORREF colour) {
+    const auto seen = support::pixelsIn(rc.left, viewHeight - rc.bottom, rc.Width(), rc.Height());
+    return static_cast<long>(std::ranges::count(seen, colour));
+}
+
+void OverlayTest::drawSteadily(const std::function<void()>& draw) {
+    std::vector<COLORREF> first;
+    for (const double turn : {5.0, 0.1, 1.7, 3.33}) {
+        lookFrom(7 * std::sin(turn), 3 * std::cos(turn / 2), 7 * std::cos(turn));
+        ::glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
+        draw();
+        const auto seen = support::pixelsIn(0, 0, 800, viewHeight);
+        if (first.empty()) first = seen;
+        const auto moved = std::ranges::mismatch(seen, first, [](COLORREF a, COLORREF b) {
+            return static_cast<bool>(support::isNear(a, b)); // shades may be rounded another way
+        });
+        const auto place = moved.in1 - seen.begin();
+        EXPECT_EQ(moved.in1, seen.end()) << turn << ": at " << place % 800 << ", " << place / 800;
+    }
+}
+
+void OverlayTest::lookFrom(double x, double y, double z) {
+    ::glMatrixMode(GL_MODELVIEW);
+    ::glLoadIdentity();
+    ::gluLookAt(x, y, z, 0, 0, 0, 0, 1, 0);
+    m_map.Update(1);
 }

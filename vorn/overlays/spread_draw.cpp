@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: MIT
-#include "vorn/overlays/detail/drawing.h"
 #include "vorn/overlays/detail/text.h"
+#include "vorn/overlays/detail/window_pen.h"
 #include "vorn/overlays/spread.h"
 
 #include <algorithm>
@@ -12,13 +12,14 @@ namespace {
 /// One drawing of a spread. Rectangles and points are in client coordinates.
 class Drawing {
 public:
-    Drawing(const CvornSpread& spread, CvornOGLMapping& map, int viewHeight)
-        : m_spread(spread), m_map(map), m_height(viewHeight) {}
+    Drawing(const CvornSpread& spread, CvornOGLMapping& map, int viewHeight, float depth)
+        : m_spread(spread), m_pen(map, spread.m_rcPos.left, viewHeight - spread.m_rcPos.bottom, depth),
+          m_height(viewHeight) {}
 
     void background(float depth) const {
         m_spread.m_colBack.glColor();
         detail::normalOfOverlay();
-        outline(m_spread.m_rcPos, depth);
+        quad(m_spread.m_rcPos, depth);
     }
 
     void selectedRows(float depth) const {
@@ -29,7 +30,7 @@ public:
             if (!m_spread.IsRowSelected(row)) continue;
             bar.top = rowTop(row);
             bar.bottom = bar.top + m_spread.m_pRowHeaders[row].m_nSize;
-            outline(bar, depth);
+            quad(bar, depth);
         }
     }
 
@@ -38,7 +39,7 @@ public:
         ::glBegin(GL_LINE_LOOP);
         m_spread.m_colMark.glColor();
         detail::normalOfOverlay();
-        outline(m_spread.m_rcPos, depth);
+        loop(m_spread.m_rcPos, depth);
         ::glEnd();
     }
 
@@ -47,7 +48,7 @@ public:
         detail::normalOfOverlay();
         forEachCell(CvornCell::ColourCell, [&](int row, int col, const CvornCell&) {
             m_spread.GetColour(row, col).glColor();
-            outline(swatch(row, col), depth);
+            m_pen.quadBehind(detail::windowBox(swatch(row, col), m_height), depth);
         });
         ::glEnd();
     }
@@ -60,7 +61,7 @@ public:
             ::glBegin(GL_LINE_LOOP);
             colour.glColor();
             detail::normalOfOverlay();
-            outline(swatch(row, col), depth);
+            loop(swatch(row, col), depth);
             ::glEnd();
         });
     }
@@ -102,13 +103,12 @@ private:
         return rc;
     }
 
-    /// The corners of a client rectangle.
-    void outline(const CRect& rc, float depth) const {
-        detail::cornersOf(m_map, detail::windowBox(rc, m_height), depth);
-    }
+    void quad(const CRect& rc, float depth) const { m_pen.quad(detail::windowBox(rc, m_height), depth); }
+
+    void loop(const CRect& rc, float depth) const { m_pen.loop(detail::windowBox(rc, m_height), depth); }
 
     void text(double x, int y, float depth, std::string_view value) const {
-        detail::textAt(m_map, x, m_height - y, depth, value);
+        m_pen.text(x, m_height - y, depth, value);
     }
 
     template <typename Visit>
@@ -120,7 +120,7 @@ private:
     }
 
     const CvornSpread& m_spread;
-    CvornOGLMapping& m_map;
+    detail::WindowPen m_pen;
     int m_height;
 };
 
@@ -128,7 +128,7 @@ private:
 
 void CvornSpread::oglOutput(CvornOGLMapping* pMap, int nViewHeight, float fZ, float fDZ, float fLineWidth,
                             int nList, int nFontBase) {
-    const Drawing drawing(*this, *pMap, nViewHeight);
+    const Drawing drawing(*this, *pMap, nViewHeight, fZ);
 
     detail::CompiledList list(nList);
     ::glBegin(GL_QUADS);

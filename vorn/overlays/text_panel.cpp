@@ -1,10 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "vorn/overlays/text_panel.h"
 
-#include "vorn/overlays/detail/drawing.h"
 #include "vorn/overlays/detail/layout.h"
 #include "vorn/overlays/detail/shared_array.h"
 #include "vorn/overlays/detail/text.h"
+#include "vorn/overlays/detail/window_pen.h"
 
 #include <algorithm>
 #include <numeric>
@@ -90,6 +90,23 @@ Place placeOf(const CvornTextPanel& panel, const CRect& rc) {
     return place;
 }
 
+void outputFill(const detail::WindowPen& pen, const CvornColour& colour, const detail::WindowBox& box,
+                float depth) {
+    ::glBegin(GL_QUADS);
+    colour.glColor();
+    detail::normalOfOverlay();
+    pen.quadBehind(box, depth);
+    ::glEnd();
+}
+
+void outputFrame(const detail::WindowPen& pen, const CvornColour& colour, const detail::WindowBox& box,
+                 float firstDepth, float depth) {
+    ::glBegin(GL_LINE_LOOP);
+    colour.glColor();
+    pen.loop(box, firstDepth, depth);
+    ::glEnd();
+}
+
 CRect hitRect(const detail::WindowBox& box) {
     const auto rounded = [](double value) { return static_cast<int>(value + 0.5); };
     CRect rc(rounded(box.left), rounded(box.top), rounded(box.right), rounded(box.bottom));
@@ -161,20 +178,9 @@ void CvornTextPanel::glOutput(const CRect& rc, CvornOGLMapping* map, float z, in
     m_rcHit = hitRect(box);
 
     detail::CompiledList list(m_nListBox);
-    ::glBegin(GL_QUADS);
-    fill.glColor();
-    detail::normalOfOverlay();
-    detail::cornersOf(*map, box, m_fZ + z);
-    ::glEnd();
-    if (highlight) {
-        ::glBegin(GL_LINE_LOOP);
-        frame.glColor();
-        detail::vertexAt(*map, box.left, box.bottom, m_fZ + 0.001F);
-        detail::vertexAt(*map, box.left, box.top, m_fZ + z);
-        detail::vertexAt(*map, box.right, box.top, m_fZ + z);
-        detail::vertexAt(*map, box.right, box.bottom, m_fZ + z);
-        ::glEnd();
-    }
+    const detail::WindowPen pen(*map, box.left, box.bottom, m_fZ + z);
+    outputFill(pen, fill, box, m_fZ + z);
+    if (highlight) outputFrame(pen, frame, box, m_fZ + 0.001F, m_fZ + z);
     list.end();
 
     m_colText.glColor();
@@ -207,8 +213,10 @@ void CvornTextPanel::glOutputCell(CvornOGLMapping* map, const float origin[3], i
         x += sizeAt(sizes(m_pfColWidth, m_nCols), i);
     for (int i = row + 1; i < m_nRows; ++i)
         y += sizeAt(sizes(m_pfRowHeight, m_nRows), i);
-    detail::textAt(*map, x + static_cast<float>(m_szGap.cx) * 0.5F, y + static_cast<float>(m_szGap.cy) * 0.5F,
-                   origin[2], {text, static_cast<std::size_t>(length)});
+    x += static_cast<float>(m_szGap.cx) * 0.5F;
+    y += static_cast<float>(m_szGap.cy) * 0.5F;
+    const detail::WindowPen pen(*map, x, y, origin[2]);
+    pen.text(x, y, origin[2], {text, static_cast<std::size_t>(length)});
 }
 
 int CvornTextPanel::HitTest(const CRect& rc, POINT pt) const {

@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "vorn/overlays/toolbar.h"
 
-#include "vorn/overlays/detail/drawing.h"
 #include "vorn/overlays/detail/layout.h"
+#include "vorn/overlays/detail/window_pen.h"
 
 #include <cstdlib>
 
@@ -79,19 +79,20 @@ void CvornToolBar::oglOutputBar(CvornOGLMapping& map, int h, float depth) const 
     CvornColour edge = m_colBar;
     edge.Change(0.15F);
 
+    const detail::WindowPen pen(map, bar.left, bar.bottom, depth);
     ::glBegin(GL_QUADS);
     flat.glColor();
     detail::normalOfOverlay();
-    detail::cornersOf(map, {bar.left, bar.bottom, bar.right, middle}, depth);
+    pen.quad({bar.left, bar.bottom, bar.right, middle}, depth);
     flat.Change(0.02F);
     flat.glColor();
     detail::normalOfOverlay();
-    detail::vertexAt(map, bar.left, middle, depth);
+    pen.vertex(bar.left, middle, depth);
     edge.glColor();
-    detail::vertexAt(map, bar.left, bar.top, depth);
-    detail::vertexAt(map, bar.right, bar.top, depth);
+    pen.vertex(bar.left, bar.top, depth);
+    pen.vertex(bar.right, bar.top, depth);
     flat.glColor();
-    detail::vertexAt(map, bar.right, middle, depth);
+    pen.vertex(bar.right, middle, depth);
     ::glEnd();
 }
 

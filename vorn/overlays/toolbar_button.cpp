@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: MIT
 #include "vorn/overlays/toolbar_button.h"
 
-#include "vorn/overlays/detail/drawing.h"
 #include "vorn/overlays/detail/layout.h"
 #include "vorn/overlays/detail/text.h"
+#include "vorn/overlays/detail/window_pen.h"
 
 #include <algorithm>
 
@@ -56,6 +56,7 @@ void CvornToolBarButton::oglOutput(CvornOGLMapping* map, int h, float z, float, 
     const detail::CompiledList compiled(list);
     if (GetParam(TBB_RAISED)) {
         const detail::WindowBox box = detail::windowBox(m_rcButton, h);
+        const detail::WindowPen pen(*map, box.left, box.bottom, z);
         CvornColour frame = m_colBack;
         frame.Darker(0.05F);
         CvornColour back = m_colBack;
@@ -63,11 +64,11 @@ void CvornToolBarButton::oglOutput(CvornOGLMapping* map, int h, float z, float, 
         detail::normalOfOverlay();
         ::glBegin(GL_LINE_LOOP);
         frame.glColor();
-        detail::cornersOf(*map, box, z);
+        pen.loop(box, z);
         ::glEnd();
         ::glBegin(GL_QUADS);
         back.glColor();
-        detail::cornersOf(*map, box, z);
+        pen.quadBehind(box, z);
         ::glEnd();
     }
     rc.InflateRect(-m_szInset.cx, m_szInset.cy);
@@ -76,13 +77,13 @@ void CvornToolBarButton::oglOutput(CvornOGLMapping* map, int h, float z, float, 
 
 void CvornToolBarButton::oglOutputShape(CvornOGLMapping* map, CRect& rc, float z) {
     if (!m_strText.IsEmpty()) return;
+    const detail::WindowBox box = {static_cast<double>(rc.left), static_cast<double>(rc.bottom),
+                                   static_cast<double>(rc.right), static_cast<double>(rc.top)};
+    const detail::WindowPen pen(*map, box.left, box.bottom, z);
     ::glBegin(GL_QUADS);
     m_colShape.glColor();
     detail::normalOfOverlay();
-    detail::cornersOf(*map,
-                      {static_cast<double>(rc.left), static_cast<double>(rc.bottom),
-                       static_cast<double>(rc.right), static_cast<double>(rc.top)},
-                      z);
+    pen.quad(box, z);
     ::glEnd();
 }
 
@@ -90,7 +91,8 @@ void CvornToolBarButton::oglOutputText(CvornOGLMapping* map, int h, float z) con
     if (m_strText.IsEmpty() || m_szText.cx > m_rcButton.Width() || m_szText.cy > m_rcButton.Height()) return;
     const detail::WindowBox box = detail::windowBox(m_rcButton, h);
     m_colText.glColor();
-    detail::textAt(*map, (box.right + box.left) * 0.5 - m_szText.cx * 0.5 + m_nTextDX,
-                   (box.top + box.bottom) * 0.5 - m_szText.cy * 0.5 + m_nTextDY, z,
-                   detail::viewOf(m_strText));
+    const double x = (box.right + box.left) * 0.5 - m_szText.cx * 0.5 + m_nTextDX;
+    const double y = (box.top + box.bottom) * 0.5 - m_szText.cy * 0.5 + m_nTextDY;
+    const detail::WindowPen pen(*map, x, y, z);
+    pen.text(x, y, z, detail::viewOf(m_strText));
 }

@@ -1,0 +1,68 @@
+// SPDX-License-Identifier: MIT
+#include "vorn/overlays/detail/window_pen.h"
+
+#include <algorithm>
+#include <cmath>
+
+namespace {
+
+struct Point {
+    double x, y, z;
+};
+
+Point unprojected(CvornOGLMapping& map, double x, double y, double depth) {
+    map.gluUnProject(x, y, depth);
+    return {map.m_dPosX, map.m_dPosY, map.m_dPosZ};
+}
+
+double distance(const Point& a, const Point& b) {
+    return std::hypot(a.x - b.x, a.y - b.y, a.z - b.z);
+}
+
+/// Single precision rounds a scene point itself, and its sum with the translation that takes it to the eye.
+double roundingOf(const CvornOGLMapping& map, const Point& point) {
+    const double* m = map.m_adModel;
+    const double translation = std::hypot(m[12], m[13], m[14]) / std::hypot(m[0], m[1], m[2]);
+    return (distance(point, {0, 0, 0}) + translation) / (1 << 24);
+}
+
+/// At most the limit; that also where there is no number, since the mapping has no inverse.
+double limited(double value, double limit) {
+    return value < limit ? value : limit;
+}
+
+constexpr double safety = 2;
+
+} // namespace
+
+namespace vorn::detail {
+
+WindowPen::WindowPen(CvornOGLMapping& map, double x, double y, double depth) : m_map(map) {
+    constexpr double depthStep = 1.0 / (1 << 10);
+    const Point point = unprojected(map, x, y, depth);
+    const double pixel = distance(point, unprojected(map, x + 1, y, depth));
+    const double deeper = distance(point, unprojected(map, x, y, depth + depthStep)) / depthStep;
+    const double rounding = roundingOf(map, point) * safety;
+    m_pixels = limited(rounding / pixel + 1.0 / (1 << 10), 0.25);
+    m_depth = limited(rounding / deeper + 1.0 / (1 << 23), 1.0 / (1 << 10));
+}
+
+void WindowPen::corners(const WindowBox& box, double firstDepth, double depth) const {
+    vertex(box.left, box.bottom, firstDepth);
+    vertex(box.left, box.top, depth);
+    vertex(box.right, box.top, depth);
+    vertex(box.right, box.bottom, depth);
+}
+
+void WindowPen::loop(const WindowBox& box, double firstDepth, double depth) const {
+    corners({box.left + m_pixels, box.bottom - m_pixels, box.right + m_pixels, box.top - m_pixels},
+            firstDepth, depth);
+}
+
+void WindowPen::text(double x, double y, double depth, std::string_view text) const {
+    m_map.gluUnProject(x + m_pixels, y + m_pixels, depth);
+    m_map.glRasterPos3d();
+    ::glCallLists(static_cast<GLsizei>(text.size()), GL_UNSIGNED_BYTE, text.data());
+}
+
+} // namespace vorn::detail
