@@ -48,7 +48,13 @@ struct Change {
 constexpr Change plain = {"plain", Width, 5};
 
 bool load(CvornDIB& dib, Bytes bytes) {
-    CMemFile file(bytes.data(), static_cast<UINT>(bytes.size()));
+    struct : CMemFile {
+        UINT Read(void* to, UINT count) override {
+            EXPECT_LE(count, std::max<ULONGLONG>(GetLength(), 1024)); // room was made on the word of a header
+            return CMemFile::Read(to, count);
+        }
+    } file;
+    file.Attach(bytes.data(), static_cast<UINT>(bytes.size()));
     return dib.Load(&file);
 }
 

@@ -132,6 +132,7 @@ TEST(Dib, CopiesShareTheirBlocksUntilTheLastIsGone) {
     EXPECT_NE(first->GetBitmapInfoAddress(), second.GetBitmapInfoAddress());
     ASSERT_TRUE(second.Create(2, 2));
     first.reset();
+    const std::vector<Bytes> reuse(50, Bytes(64 * 64, 0xEE)); // whatever has been freed too early
     EXPECT_EQ(third.GetBitsAddress(), adopted);
     EXPECT_EQ(third.GetSize(), CSize(64, 64));
     EXPECT_EQ(*third.GetPixelAddress(3, 3) + *third.GetPixelAddress(63, 63), 9);
