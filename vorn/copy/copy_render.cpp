@@ -121,16 +121,17 @@ void CvornCopyRender::GiveToClipboard() {
     if (selected) SelectBitmap(this);
 }
 
+BOOL CvornCopyRender::TakePicture(CvornImageCodec& image) {
+    // GDI reads a bitmap only while no DC holds it.
+    const bool selected = m_nSavedDCBitmap != 0 && m_hOldBitmap != nullptr;
+    const SelectedObject released(selected ? m_dc.m_hDC : nullptr, m_hOldBitmap);
+    return image.CreateFromHBITMAP(static_cast<HBITMAP>(GetSafeHandle()));
+}
+
 void CvornCopyRender::Export(const char* pszFile, int nFormat) {
     DrawBorder();
-    const bool selected = m_nSavedDCBitmap != 0 && m_hOldBitmap != nullptr;
     CvornImageCodec image;
-    {
-        // GDI reads a bitmap only while no DC holds it.
-        const SelectedObject released(selected ? m_dc.m_hDC : nullptr, m_hOldBitmap);
-        if (!image.CreateFromHBITMAP(static_cast<HBITMAP>(GetSafeHandle()))) return;
-    }
-    image.Save(pszFile, nFormat);
+    if (TakePicture(image)) image.Save(pszFile, nFormat);
 }
 
 void CvornCopyRender::ExportBMP(const char* pszFile) {
@@ -148,7 +149,7 @@ void CvornCopyRender::ExportPNG(const char* pszFile) {
 BYTE* CvornCopyRender::ExportJPEGBuffer(DWORD& nSize) {
     nSize = 0;
     CvornImageCodec image;
-    if (!image.CreateFromHBITMAP(static_cast<HBITMAP>(GetSafeHandle()))) return nullptr;
+    if (!TakePicture(image)) return nullptr;
     return image.Encode(CvornImageCodec::FORMAT_PNG, nSize);
 }
 
