@@ -4,6 +4,7 @@
 
 #include <cmath>
 #include <cstdlib>
+#include <filesystem>
 #include <memory>
 #include <vector>
 #include <wincodec.h>
@@ -65,11 +66,26 @@ private:
     IWICImagingFactory* m_factory = nullptr;
 };
 
+/// Two files in the temporary folder, deleted at the end.
+struct Files {
+    std::filesystem::path ours = std::filesystem::temp_directory_path() / "vorn-bench-ours.tmp";
+    std::filesystem::path plain = std::filesystem::temp_directory_path() / "vorn-bench-plain.tmp";
+
+    ~Files() {
+        std::error_code ignored;
+        std::filesystem::remove(ours, ignored);
+        std::filesystem::remove(plain, ignored);
+    }
+};
+
 bench::Sides saves(int format, const GUID& container) {
     auto bits = std::make_shared<std::vector<BYTE>>(chartBits());
     auto plain = std::make_shared<PlainEncoder>();
-    return {[=] { CvornImageCodec::SaveBits("bench-ours.tmp", format, bits->data(), width, height, 24); },
-            [=] { plain->save(L"bench-plain.tmp", container, *bits); }};
+    auto files = std::make_shared<Files>();
+    return {[=, name = files->ours.string()] {
+                CvornImageCodec::SaveBits(name.c_str(), format, bits->data(), width, height, 24);
+            },
+            [=] { plain->save(files->plain.c_str(), container, *bits); }};
 }
 
 const bench::Registration png{{"image: save PNG, 2048 x 1536", "WIC called directly", 1.05,
