@@ -62,14 +62,14 @@ void setUp(const Canvas& canvas) {
     ::gluPerspective(fovy, static_cast<double>(canvas.width) / canvas.height, 0.1, 100);
     ::glMatrixMode(GL_MODELVIEW);
     ::glTranslated(0, 0, -7);
-    ::glRotated(-58, 1, 0, 0);
-    ::glRotated(45, 0, 0, 1);
+    ::glRotated(-62, 1, 0, 0);
+    ::glRotated(-38, 0, 0, 1);
     ::glEnable(GL_DEPTH_TEST);
     ::glEnable(GL_LIGHTING);
     ::glEnable(GL_LIGHT0);
     ::glEnable(GL_COLOR_MATERIAL);
     ::glColorMaterial(GL_FRONT_AND_BACK, GL_AMBIENT_AND_DIFFUSE);
-    const float position[] = {-0.7f, 0.45f, 0.95f, 1}, ambient[] = {0.4f, 0.4f, 0.4f, 1},
+    const float position[] = {-0.85f, -0.2f, 1.0f, 1}, ambient[] = {0.4f, 0.4f, 0.4f, 1},
                 emission[] = {0.1f, 0.1f, 0.1f, 1};
     const float black[] = {0, 0, 0, 1};
     ::glLightfv(GL_LIGHT0, GL_POSITION, position);
@@ -142,7 +142,7 @@ int main(int argc, char** argv) {
         {
             Grid grid = readGrid(argv[1]);
             mesh = buildSurfaceMesh(grid, *ColourRamp::named(ColourRamp::names().front()),
-                                    MeshExtents::inBall(grid, 0.65f));
+                                    MeshExtents::inBall(grid, 0.60f));
         }
         Canvas canvas(std::atoi(argv[3]), std::atoi(argv[4]));
         setUp(canvas);

@@ -63,7 +63,7 @@ struct Job {
         grid = folder.write("grid.csv", {reinterpret_cast<const unsigned char*>(text.data()), text.size()});
     }
     std::string explorer() const {
-        return programPath("explorer.exe") + " " + grid + " --export " + folder.pathOf("ours.png") +
+        return programPath("explorer.exe") + " " + grid + " --hide axes --export " + folder.pathOf("ours.png") +
                " --size 1200x900";
     }
     std::string bare() const {

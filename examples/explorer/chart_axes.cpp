@@ -84,7 +84,7 @@ ChartAxes::Scale ChartAxes::scaleOf(const std::vector<std::string>& labels, int 
 }
 
 ChartAxes::ChartAxes(const Grid& grid, Titles titles)
-    : m_set(AXES_TIPS | AXES_GRIDS | SHOW_LABELS | SHOW_PLANES),
+    : m_set(AXES_TIPS | AXES_GRIDS | SHOW_LABELS | SHOW_PLANES | SHOW_AXES),
       m_whole(MeshExtents::inBall(grid, ballRadius)) {
     Scale values;
     values.title = "value";
@@ -117,8 +117,17 @@ ChartAxes::ChartAxes(const Grid& grid, Titles titles)
     place();
 }
 
+void ChartAxes::toggle(DWORD bits) {
+    m_set.SetParam(m_set.GetParam(~0UL) ^ bits);
+    if ((bits & SHOW_AXES) != 0) place();
+}
+
 // Sizes surface and axes so that all of it stays in the ball.
 void ChartAxes::place() {
+    if (!shows(SHOW_AXES)) {
+        m_extents = m_whole;
+        return;
+    }
     const std::array<float, 3> whole = {m_whole.width, m_whole.depth, m_whole.height};
     std::array<double, 3> perUnit{}, low{}, high{};
     double reach = 0;
@@ -160,6 +169,7 @@ void ChartAxes::place() {
 }
 
 void ChartAxes::build(float lineWidth) {
+    if (!shows(SHOW_AXES)) return;
     if (shows(SHOW_PLANES)) {
         m_set.vornBuild(axisList, lineWidth);
         return;
@@ -170,6 +180,7 @@ void ChartAxes::build(float lineWidth) {
 }
 
 void ChartAxes::draw() const {
+    if (!shows(SHOW_AXES)) return;
     ::glPushAttrib(GL_ENABLE_BIT | GL_CURRENT_BIT | GL_LINE_BIT);
     // Lines have no lit side, and an image on a plane keeps its colours seen from behind.
     ::glDisable(GL_LIGHTING);
@@ -292,7 +303,7 @@ void ChartAxes::addLabels(CvornOGLMapping& mapping, std::size_t which, int prior
 void ChartAxes::drawLabels(CvornOGLMapping& mapping, int listBase) {
     m_placed.clear();
     m_texts.clear();
-    if (!shows(SHOW_LABELS)) return;
+    if (!shows(SHOW_AXES | SHOW_LABELS)) return;
     addLabels(mapping, 2, 0);
     addLabels(mapping, 0, 1);
     addLabels(mapping, 1, 2);

@@ -24,10 +24,11 @@ public:
     /// The size of the surface inside the axes, in model units.
     const examples::MeshExtents& extents() const { return m_extents; }
 
-    /// What is shown of the set; AXES_TIPS, AXES_GRIDS, and SHOW_LABELS and SHOW_PLANES for this class.
-    enum : DWORD { SHOW_LABELS = 0x1000, SHOW_PLANES = 0x2000 };
+    /// What is shown of the set: AXES_TIPS, AXES_GRIDS, and for this class labels, pictures on the planes,
+    /// and anything at all. Without axes the surface has their room.
+    enum : DWORD { SHOW_LABELS = 0x1000, SHOW_PLANES = 0x2000, SHOW_AXES = 0x4000 };
     bool shows(DWORD bits) const { return m_set.GetParam(bits) == bits; }
-    void toggle(DWORD bits) { m_set.SetParam(m_set.GetParam(~0UL) ^ bits); }
+    void toggle(DWORD bits);
 
     /// Compiles the set into its display list. Needs the view's context.
     void build(float lineWidth);

@@ -94,6 +94,7 @@ void CExplorerView::OnUpdateTextureInfo() {
 }
 
 void CExplorerView::OnUpdateTextMetrics(CDC*, int) {
+    if (!m_axes.shows(ChartAxes::SHOW_AXES | ChartAxes::SHOW_LABELS)) return;
     if (CDC* dc = m_oglDC.GetDC()) m_axes.makeFont(*dc, m_rcView.Height(), m_nFontListBase);
 }
 
@@ -121,6 +122,7 @@ bool CExplorerView::onSwitchKey(UINT nChar) {
         break;
     case 'L':
         m_axes.toggle(ChartAxes::SHOW_LABELS);
+        SetUpdate(UPD_FONTS, FALSE, FALSE);
         break;
     case 'P':
         m_axes.toggle(ChartAxes::SHOW_PLANES);

@@ -91,7 +91,8 @@ DWORD parsePart(std::string_view text) {
     if (text == "tips") return AXES_TIPS;
     if (text == "labels") return ChartAxes::SHOW_LABELS;
     if (text == "planes") return ChartAxes::SHOW_PLANES;
-    throw OptionsError("--hide takes one of grids, tips, labels, planes");
+    if (text == "axes") return ChartAxes::SHOW_AXES;
+    throw OptionsError("--hide takes one of axes, grids, tips, labels, planes");
 }
 
 } // namespace
@@ -156,7 +157,7 @@ std::string usageText() {
            "\n"
            "  --titles X,Y,Z    what runs along the axes (from the file's headers)\n"
            "  --plane xy=FILE   a picture on that plane of the axes (also xz, yz)\n"
-           "  --hide PART       without grids, tips, labels or planes\n"
+           "  --hide PART       without axes, grids, tips, labels or planes\n"
            "  --save CHART      write the chart's ranges and parameters to a file\n"
            "  --load CHART      take them from such a file\n"
            "\n"

@@ -157,12 +157,12 @@ TEST(ExplorerView, ChartFilesBringRangesAndParametersBack) {
         archive.Close();
     };
     View source(someGrid(12, 15));
-    source.axes().set().SetParam(AXES_GRIDS);
+    source.axes().toggle(DWORD{AXES_TIPS} | ChartAxes::SHOW_LABELS);
     CMemFile file;
     stored(source, CArchive::store, file);
     View other(someGrid(3, 4));
     stored(other, CArchive::load, file);
-    EXPECT_EQ(other.axes().set().GetParam(~0UL), static_cast<unsigned long>(AXES_GRIDS));
+    EXPECT_EQ(other.axes().set().GetParam(~0UL), source.axes().set().GetParam(~0UL));
     EXPECT_EQ(other.axes().set().m_axisZ.GetMax(), source.axes().set().m_axisZ.GetMax());
     EXPECT_EQ(other.axes().set().m_axisX.GetMax(), source.axes().set().m_axisX.GetMax());
 
