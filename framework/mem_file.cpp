@@ -102,7 +102,7 @@ void CMemFile::SetLength(ULONGLONG dwNewLen) {
 }
 
 UINT CMemFile::Read(void* lpBuf, UINT nCount) {
-    if (m_nPosition >= m_nFileSize) return 0;
+    if (nCount == 0 || m_nPosition >= m_nFileSize) return 0;
     const SIZE_T count = std::min<SIZE_T>(nCount, m_nFileSize - m_nPosition);
     Memcpy(static_cast<BYTE*>(lpBuf), m_lpBuffer + m_nPosition, count);
     m_nPosition += count;

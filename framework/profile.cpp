@@ -45,7 +45,7 @@ std::optional<std::vector<BYTE>> readValue(HKEY key, LPCTSTR entry, DWORD wanted
         const LSTATUS result = ::RegQueryValueExA(key, entry, nullptr, &type, data.data(), &size);
         if (result != ERROR_SUCCESS && result != ERROR_MORE_DATA) return std::nullopt;
         if (type != wantedType || size > largestValue) return std::nullopt;
-        if (result == ERROR_SUCCESS && (size <= data.size() && !(data.empty() && size > 0))) {
+        if (result == ERROR_SUCCESS && size <= data.size()) {
             data.resize(size);
             return data;
         }

@@ -29,7 +29,7 @@ int compare(std::string_view left, std::string_view right) {
     return left.compare(right);
 }
 
-/// By the rules of the locale, piece by piece between embedded nulls' worth of plain length.
+/// By the rules of the user's locale; plainly where the system has none for the text.
 int collate(const CString& left, LPCTSTR right, DWORD flags) {
     const std::string_view other = view(right);
     const int result = ::CompareStringA(LOCALE_USER_DEFAULT, flags, left, left.GetLength(), other.data(),

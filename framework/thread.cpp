@@ -68,11 +68,11 @@ BOOL CWinThread::PumpMessage() {
 BOOL CWinThread::PreTranslateMessage(MSG* pMsg) {
     if (pMsg->hwnd == nullptr) return FALSE;
     CWnd* const main = GetMainWnd();
-    if (CWnd::WalkPreTranslateTree(main->GetSafeHwnd(), pMsg)) return TRUE;
+    const HWND top = main == nullptr ? nullptr : main->m_hWnd;
+    if (CWnd::WalkPreTranslateTree(top, pMsg)) return TRUE;
     // A window outside the main window's tree: the main window may still want the message, for its keys.
-    if (main == nullptr || main->m_hWnd == nullptr) return FALSE;
-    const BOOL inside = pMsg->hwnd == main->m_hWnd || ::IsChild(main->m_hWnd, pMsg->hwnd);
-    return inside ? FALSE : main->PreTranslateMessage(pMsg);
+    if (top == nullptr || pMsg->hwnd == top || ::IsChild(top, pMsg->hwnd)) return FALSE;
+    return main->PreTranslateMessage(pMsg);
 }
 
 BOOL CWinThread::OnIdle(LONG lCount) {

@@ -81,6 +81,8 @@ public:
     CArchive& operator<<(double d) { return put(d); }
     CArchive& operator<<(const CString& str);
     CArchive& operator<<(LPCTSTR lpsz);
+    /// No pointer is stored as a truth value by mistake. Objects have operators of their own.
+    CArchive& operator<<(const void*) = delete;
 
     CArchive& operator>>(bool& b);
     CArchive& operator>>(char& ch) { return get(ch); }
