@@ -108,6 +108,16 @@ TEST(Archive, StoresNumbersLittleEndianInTheirWidth) {
     });
 }
 
+TEST(Archive, StoresCountsInTheShortestForm) {
+    const std::pair<DWORD_PTR, size_t> cases[] = {
+        {0, 2}, {0xFFFE, 2}, {0xFFFF, 6}, {0xFFFFFFFE, 6}, {0xFFFFFFFF, 14}};
+    for (const auto& [count, size] : cases) {
+        const Bytes bytes = stored([&](CArchive& ar) { ar.WriteCount(count); });
+        EXPECT_EQ(bytes.size(), size);
+        loaded(bytes, [&](CArchive& ar) { EXPECT_EQ(ar.ReadCount(), count); });
+    }
+}
+
 TEST(Archive, StoresStringsWithTheShortestLength) {
     const struct {
         size_t length;
@@ -311,6 +321,7 @@ TEST(Archive, StoresEachObjectAndClassOnce) {
         EXPECT_EQ(first->m_pNext, second);
         EXPECT_EQ(second->m_pNext, first);
         EXPECT_EQ(none, nullptr);
+        EXPECT_EQ(ar.GetObjectSchema(), static_cast<UINT>(-1)) << "no object is being read";
         EXPECT_EQ(text(second->m_strName), "second");
     });
     EXPECT_EQ(Link::s_living.size(), 2u);
@@ -386,22 +397,27 @@ TEST(Archive, TellsAnObjectTheVersionItWasStoredWith) {
 }
 
 TEST(Archive, CountsManyObjectsInWiderTags) {
-    const size_t count = 0x8100;
+    // The first object has the number 2; from 0x7FFF on a number takes 32 bits.
+    const size_t count = 0x8000, known[] = {0x7FFE - 2, 0x7FFF - 2, count - 1};
     const Bytes bytes = stored([&](CArchive& ar) {
         std::vector<std::unique_ptr<Link>> links(count);
         for (auto& link : links)
             ar << (link = std::make_unique<Link>()).get();
-        ar << links.back().get() << std::make_unique<Versioned>().get()
-           << std::make_unique<Versioned>().get();
+        for (const size_t index : known)
+            ar << links[index].get();
+        ar << std::make_unique<Versioned>().get() << std::make_unique<Versioned>().get();
     });
     loaded(bytes, [&](CArchive& ar) {
-        Link* last = nullptr;
-        for (size_t i = 0; i < count; ++i)
-            ar >> last;
-        Link* again = nullptr;
+        std::vector<Link*> links(count);
+        for (Link*& link : links)
+            ar >> link;
+        for (const size_t index : known) {
+            Link* again = nullptr;
+            ar >> again;
+            EXPECT_EQ(again, links[index]) << index;
+        }
         Versioned *first = nullptr, *second = nullptr;
-        ar >> again >> first >> second;
-        EXPECT_EQ(again, last);
+        ar >> first >> second;
         EXPECT_TRUE(first != nullptr && second != nullptr && first != second);
         delete first;
         delete second;

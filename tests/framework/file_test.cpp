@@ -167,6 +167,12 @@ TEST(File, NamesRenamesAndRemoves) {
     CFile file(path.c_str(), CFile::modeRead);
     EXPECT_EQ(text(file.GetFileName()), "name.ext");
     EXPECT_EQ(text(file.GetFilePath()), path);
+    file.Open(
+        folder
+            .pathOf(".\\..\\" + std::filesystem::path(path).parent_path().filename().string() + "\\name.ext")
+            .c_str(),
+        CFile::modeRead);
+    EXPECT_EQ(text(file.GetFilePath()), path) << "whatever way led there";
     file.Close();
     CFile::Rename(path.c_str(), other.c_str());
     EXPECT_EQ(causeOf<CFileException>([&] { CFile::Rename(path.c_str(), "x"); }),

@@ -187,6 +187,23 @@ TEST(MessageLoop, MouseMovesInPlaceAreNoReasonToIdle) {
     EXPECT_TRUE(app.IsIdleMessage(&key));
 }
 
+TEST(MessageLoop, WaitCursorStaysUntilTheLastWaiterIsDone) {
+    LoopApp app;
+    const HCURSOR cross = app.LoadStandardCursor(IDC_CROSS), wait = app.LoadStandardCursor(IDC_WAIT);
+    ::SetCursor(cross);
+    {
+        CWaitCursor outer;
+        { const CWaitCursor inner; }
+        EXPECT_EQ(::GetCursor(), wait);
+        ::SetCursor(cross);
+        outer.Restore();
+        EXPECT_EQ(::GetCursor(), wait);
+    }
+    EXPECT_EQ(::GetCursor(), cross);
+    app.DoWaitCursor(0);
+    EXPECT_EQ(::GetCursor(), cross) << "nobody waits";
+}
+
 TEST(WinMain, ChoosesTheExitStatus) {
     const struct {
         const char* arguments;

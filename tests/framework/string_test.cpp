@@ -49,8 +49,9 @@ TEST(String, CopiesAreIndependentAndMovesLeaveAnEmptyString) {
     first += first;
     first += first.GetString() + 3;
     EXPECT_EQ(text(first), "rstrstrst");
-    first.Insert(1, first);
-    EXPECT_EQ(text(first), "rrstrstrststrstrst");
+    CString digits("0123456789");
+    digits.Insert(2, digits.GetString() + 5);
+    EXPECT_EQ(text(digits), "015678923456789");
     CString empty;
     empty = "";
     empty.Empty();
