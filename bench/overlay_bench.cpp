@@ -87,9 +87,11 @@ struct PlainDrawing {
     };
     std::vector<Box> boxes;
     std::vector<Text> texts;
+    float lineWidth = 1;
 
     void draw(const Scene& scene) const {
         const PlainPainter painter{scene.map};
+        ::glLineWidth(lineWidth);
         ::glNewList(scene.list, GL_COMPILE_AND_EXECUTE);
         for (const Box& box : boxes)
             painter.box(box.kind, box.colour, box.rc, box.depth);
@@ -186,6 +188,7 @@ struct Bar : Scene {
         takeApart();
     }
     void takeApart() {
+        plain.lineWidth = 2; // as the bar's
         CRect lower = bar.m_rcBar, upper = bar.m_rcBar;
         lower.top = upper.bottom = lower.bottom - lower.Height() * 3 / 4;
         plain.boxes.push_back({GL_QUADS, bar.m_colBar, lower, 0.3});
