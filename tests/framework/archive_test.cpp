@@ -6,7 +6,9 @@
 #include <afxwin.h>
 
 #include <algorithm>
+#include <memory>
 #include <set>
+#include <tuple>
 #include <vector>
 
 namespace {
@@ -67,44 +69,31 @@ void loaded(Bytes bytes, Load load, int bufferSize = 4096) {
     load(ar);
 }
 
+/// The cause with which loading is refused, -1 when it is not.
 template <typename Load>
-int causeOfLoading(const Bytes& bytes, Load load) {
+int refusal(const Bytes& bytes, Load load) {
     return causeOf<CArchiveException>([&] { loaded(bytes, load); });
 }
 
 template <typename T>
-CArchive& readOne(CArchive& ar) {
+T read(CArchive& ar) {
     T value{};
-    return ar >> value;
+    ar >> value;
+    return value;
 }
 
 TEST(Archive, StoresNumbersLittleEndianInTheirWidth) {
-    const Bytes bytes = stored([](CArchive& ar) {
-        ar << BYTE{1} << WORD{0x0203} << DWORD{0x04050607} << short{-2} << 1.0f << true << 'c';
-        ar << LONGLONG{-1} << L'w' << CPoint(1, -1) << CSize(2, 3) << CRect(4, 5, 6, 7) << 2.0;
-    });
+    auto values = std::make_tuple(BYTE{1}, WORD{0x0203}, DWORD{0x04050607}, short{-2}, 1.0f, true, 'c', -1ll,
+                                  -3l, 4u, 5, 6ull, L'w', 2.0, CPoint(1, -1), CSize(2, 3), CRect(4, 5, 6, 7));
+    const Bytes bytes =
+        stored([&](CArchive& ar) { std::apply([&](auto... v) { (ar << ... << v); }, values); });
     const Bytes start = {1, 3, 2, 7, 6, 5, 4, 0xFE, 0xFF, 0, 0, 0x80, 0x3F, 1, 'c', 0xFF};
-    ASSERT_EQ(bytes.size(), 15u + 8 + 2 + 8 + 8 + 16 + 8);
+    ASSERT_EQ(bytes.size(), 15u + 8 + 4 + 4 + 4 + 8 + 2 + 8 + 8 + 8 + 16);
     EXPECT_TRUE(std::equal(start.begin(), start.end(), bytes.begin()));
-    loaded(bytes, [](CArchive& ar) {
-        BYTE by = 0;
-        WORD w = 0;
-        DWORD dw = 0;
-        short n = 0;
-        float f = 0;
-        bool b = false;
-        char c = 0;
-        LONGLONG q = 0;
-        wchar_t wide = 0;
-        CPoint point;
-        CSize size;
-        CRect rect;
-        double d = 0;
-        ar >> by >> w >> dw >> n >> f >> b >> c >> q >> wide >> point >> size >> rect >> d;
-        EXPECT_TRUE(by == 1 && w == 0x0203 && dw == 0x04050607 && n == -2 && f == 1.0f && b && c == 'c' &&
-                    q == -1);
-        EXPECT_TRUE(wide == L'w' && point == CPoint(1, -1) && size == CSize(2, 3) && d == 2.0);
-        EXPECT_EQ(rect, CRect(4, 5, 6, 7));
+    loaded(bytes, [&](CArchive& ar) {
+        decltype(values) found;
+        std::apply([&](auto&... v) { (ar >> ... >> v); }, found);
+        EXPECT_TRUE(found == values);
     });
 }
 
@@ -136,22 +125,14 @@ TEST(Archive, StoresStringsWithTheShortestLength) {
         ASSERT_EQ(bytes.size(), prefix.size() + length + 4);
         EXPECT_TRUE(std::equal(prefix.begin(), prefix.end(), bytes.begin())) << length;
         loaded(bytes, [&](CArchive& ar) {
-            CString read, end;
-            ar >> read >> end;
-            EXPECT_TRUE(read == s && end == "end") << length;
+            EXPECT_TRUE(read<CString>(ar) == s && read<CString>(ar) == "end") << length;
         });
     }
     const CString nulls("a\0b", 3);
-    loaded(stored([&](CArchive& ar) { ar << nulls; }), [&](CArchive& ar) {
-        CString read;
-        ar >> read;
-        EXPECT_EQ(read, nulls);
-    });
-    loaded({0xFF, 0xFE, 0xFF, 2, 'h', 0, 0xE9, 0}, [](CArchive& ar) {
-        CString read;
-        ar >> read;
-        EXPECT_EQ(text(read), "h\xE9") << "a Unicode string";
-    });
+    loaded(stored([&](CArchive& ar) { ar << nulls; }),
+           [&](CArchive& ar) { EXPECT_EQ(read<CString>(ar), nulls); });
+    loaded({0xFF, 0xFE, 0xFF, 2, 'h', 0, 0xE9, 0},
+           [](CArchive& ar) { EXPECT_EQ(read<CString>(ar), "h\xE9"); });
 }
 
 TEST(Archive, WorksWithEveryBufferSize) {
@@ -160,23 +141,19 @@ TEST(Archive, WorksWithEveryBufferSize) {
         block[i] = static_cast<BYTE>(i * 7);
     for (const int size : {0, 1, 128, 129, 1000, 4096}) {
         SCOPED_TRACE(size);
-        const Bytes bytes = stored(
-            [&](CArchive& ar) {
-                for (UINT piece = 1; piece < block.size(); piece += 97)
-                    ar.Write(block.data(), piece);
-            },
-            size);
-        loaded(
-            bytes,
-            [&](CArchive& ar) {
-                Bytes read(block.size());
-                for (UINT piece = 1; piece < block.size(); piece += 97) {
-                    EXPECT_EQ(ar.Read(read.data(), piece), piece);
-                    EXPECT_TRUE(std::equal(read.begin(), read.begin() + piece, block.begin()));
-                }
-                EXPECT_EQ(ar.Read(read.data(), 10), 0u);
-            },
-            size);
+        const auto write = [&](CArchive& ar) {
+            for (UINT piece = 1; piece < block.size(); piece += 97)
+                ar.Write(block.data(), piece);
+        };
+        const auto check = [&](CArchive& ar) {
+            Bytes found(block.size());
+            for (UINT piece = 1; piece < block.size(); piece += 97) {
+                EXPECT_EQ(ar.Read(found.data(), piece), piece);
+                EXPECT_TRUE(std::equal(found.begin(), found.begin() + piece, block.begin()));
+            }
+            EXPECT_EQ(ar.Read(found.data(), 10), 0u);
+        };
+        loaded(stored(write, size), check, size);
     }
 }
 
@@ -184,17 +161,17 @@ TEST(Archive, FlushPutsTheFileWhereReadingIs) {
     Bytes bytes = {'0', '1', '2', '3', '4', '5'};
     CMemFile file(bytes.data(), static_cast<UINT>(bytes.size()));
     CArchive ar(&file, CArchive::load);
-    readOne<WORD>(ar);
+    read<WORD>(ar);
     EXPECT_EQ(file.GetPosition(), 6u) << "read ahead";
     ar.Flush();
     EXPECT_EQ(file.GetPosition(), 2u);
-    BYTE direct = 0, next = 0;
+    BYTE direct = 0;
     file.Read(&direct, 1);
-    ar >> next;
-    EXPECT_EQ(std::string({static_cast<char>(direct), static_cast<char>(next)}), "23");
+    EXPECT_EQ(direct, '2');
+    EXPECT_EQ(read<char>(ar), '3');
     ar.Close();
     EXPECT_EQ(file.GetPosition(), 4u);
-    EXPECT_EQ(causeOf<CArchiveException>([&] { ar >> next; }), CArchiveException::genericException);
+    EXPECT_EQ(causeOf<CArchiveException>([&] { read<BYTE>(ar); }), CArchiveException::genericException);
 }
 
 TEST(Archive, ReadsLines) {
@@ -214,9 +191,9 @@ TEST(Archive, ReadsLines) {
 }
 
 TEST(Archive, RefusesTheWrongDirection) {
-    EXPECT_EQ(causeOf<CArchiveException>([] { stored([](CArchive& ar) { readOne<int>(ar); }); }),
+    EXPECT_EQ(causeOf<CArchiveException>([] { stored([](CArchive& ar) { read<int>(ar); }); }),
               CArchiveException::writeOnly);
-    EXPECT_EQ(causeOfLoading({1, 2, 3, 4}, [](CArchive& ar) { ar << 1; }), CArchiveException::readOnly);
+    EXPECT_EQ(refusal({1, 2, 3, 4}, [](CArchive& ar) { ar << 1; }), CArchiveException::readOnly);
 }
 
 /// Remembers the largest piece that anyone wanted to have read.
@@ -247,16 +224,14 @@ TEST(Archive, BelievesNoLength) {
         EXPECT_EQ(text(s), "kept");
         EXPECT_LE(file.m_nLargest, 0x10000u);
     }
-    EXPECT_EQ(causeOfLoading({0xFF, 0xFE, 0xFF, 0xFF, 0xFE, 0xFF, 1, 'a'}, readOne<CString>),
+    EXPECT_EQ(refusal({0xFF, 0xFE, 0xFF, 0xFF, 0xFE, 0xFF, 1, 'a'}, read<CString>),
               CArchiveException::badIndex);
     CStringArray names;
     CList<double> numbers;
     names.Add("kept");
     const Bytes count = {0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0xFF, 0, 0, 0, 0, 1, 0, 0, 0, 0};
-    EXPECT_EQ(causeOfLoading(count, [&](CArchive& ar) { names.Serialize(ar); }),
-              CArchiveException::endOfFile);
-    EXPECT_EQ(causeOfLoading(count, [&](CArchive& ar) { numbers.Serialize(ar); }),
-              CArchiveException::endOfFile);
+    EXPECT_EQ(refusal(count, [&](CArchive& ar) { names.Serialize(ar); }), CArchiveException::endOfFile);
+    EXPECT_EQ(refusal(count, [&](CArchive& ar) { numbers.Serialize(ar); }), CArchiveException::endOfFile);
     EXPECT_EQ(text(names[0]), "kept");
 }
 
@@ -303,9 +278,9 @@ Bytes storedRing() {
 }
 
 void loadRing(CArchive& ar) {
-    Link *first = nullptr, *none = nullptr, *second = nullptr;
-    int number = 0;
-    ar >> first >> none >> second >> number;
+    for (int i = 0; i < 3; ++i)
+        read<Link*>(ar);
+    read<int>(ar);
 }
 
 TEST(Archive, StoresEachObjectAndClassOnce) {
@@ -315,8 +290,7 @@ TEST(Archive, StoresEachObjectAndClassOnce) {
                             'd',  2,    0,   0,   0, 3,    0,   77,  0,   0,   0};
     EXPECT_EQ(ring, expected);
     loaded(ring, [](CArchive& ar) {
-        Link *first = nullptr, *none = first, *second = nullptr;
-        ar >> first >> none >> second;
+        const auto *first = read<Link*>(ar), *none = read<Link*>(ar), *second = read<Link*>(ar);
         ASSERT_TRUE(first != nullptr && second != nullptr);
         EXPECT_EQ(first->m_pNext, second);
         EXPECT_EQ(second->m_pNext, first);
@@ -332,7 +306,7 @@ TEST(Archive, RefusesBrokenObjectsAndLeavesNothingBehind) {
     const Bytes ring = storedRing();
     for (size_t length = 0; length < ring.size(); ++length) {
         const Bytes cut(ring.begin(), ring.begin() + static_cast<ptrdiff_t>(length));
-        EXPECT_EQ(causeOfLoading(cut, loadRing), CArchiveException::endOfFile) << length;
+        EXPECT_EQ(refusal(cut, loadRing), CArchiveException::endOfFile) << length;
         // Of two objects read, the inner one was whole from byte 27 on, and is held by nobody once the outer
         // fails.
         EXPECT_LE(Link::s_living.size(), length < 27 ? 0u : 2u) << length;
@@ -342,7 +316,7 @@ TEST(Archive, RefusesBrokenObjectsAndLeavesNothingBehind) {
         for (const int change : {0x01, 0x02, 0x80, 0xFF}) {
             Bytes broken(ring);
             broken[at] ^= static_cast<BYTE>(change);
-            causeOfLoading(broken, loadRing); // whatever comes out of it, it is an archive's answer
+            refusal(broken, loadRing); // whatever comes out of it, it is an archive's answer
             Link::deleteAll();
         }
     }
@@ -369,7 +343,7 @@ TEST(Archive, RefusesBrokenObjectsAndLeavesNothingBehind) {
          CArchiveException::badIndex},
     };
     for (const auto& c : cases) {
-        EXPECT_EQ(causeOfLoading(c.bytes, readOne<Link*>), c.cause) << c.what;
+        EXPECT_EQ(refusal(c.bytes, read<Link*>), c.cause) << c.what;
         EXPECT_TRUE(Link::s_living.empty()) << c.what;
     }
 }
@@ -378,7 +352,7 @@ TEST(Archive, EndsAChainBeforeItEndsTheStack) {
     Bytes chain = {0xFF, 0xFF, 3, 0, 4, 0, 'L', 'i', 'n', 'k', 0};
     for (int i = 0; i < 100000; ++i)
         chain.insert(chain.end(), {1, 0x80, 0});
-    EXPECT_EQ(causeOfLoading(chain, readOne<Link*>), CArchiveException::genericException);
+    EXPECT_EQ(refusal(chain, read<Link*>), CArchiveException::genericException);
     EXPECT_TRUE(Link::s_living.empty());
 }
 
@@ -387,11 +361,8 @@ TEST(Archive, TellsAnObjectTheVersionItWasStoredWith) {
     for (const BYTE schema : {5, 2}) {
         bytes[2] = schema;
         loaded(bytes, [&](CArchive& ar) {
-            Versioned* object = nullptr;
-            ar >> object;
+            const std::unique_ptr<Versioned> object(read<Versioned*>(ar));
             EXPECT_EQ(object->m_nSeen, schema);
-            EXPECT_EQ(ar.GetObjectSchema(), static_cast<UINT>(-1));
-            delete object;
         });
     }
 }
@@ -410,17 +381,11 @@ TEST(Archive, CountsManyObjectsInWiderTags) {
     loaded(bytes, [&](CArchive& ar) {
         std::vector<Link*> links(count);
         for (Link*& link : links)
-            ar >> link;
-        for (const size_t index : known) {
-            Link* again = nullptr;
-            ar >> again;
-            EXPECT_EQ(again, links[index]) << index;
-        }
-        Versioned *first = nullptr, *second = nullptr;
-        ar >> first >> second;
+            link = read<Link*>(ar);
+        for (const size_t index : known)
+            EXPECT_EQ(read<Link*>(ar), links[index]) << index;
+        const std::unique_ptr<Versioned> first(read<Versioned*>(ar)), second(read<Versioned*>(ar));
         EXPECT_TRUE(first != nullptr && second != nullptr && first != second);
-        delete first;
-        delete second;
     });
     EXPECT_EQ(Link::s_living.size(), count);
     Link::deleteAll();

@@ -9,7 +9,15 @@
 
 namespace {
 
+using enum CFile::OpenFlags;
+
 constexpr unsigned char digits[] = {'0', '1', '2', '3', '4', '5', '6', '7', '8', '9'};
+
+/// The cause with which an operation on a file fails, -1 when it does not.
+template <typename Operation>
+int failure(Operation operation) {
+    return causeOf<CFileException>(operation);
+}
 
 std::string readAll(CFile& file) {
     std::string bytes(static_cast<size_t>(file.GetLength()), '\0');
@@ -29,7 +37,7 @@ void checkReadingAndWriting(CFile& file) {
     EXPECT_EQ(file.Read(bytes.data(), 8), 0u);
     EXPECT_EQ(file.Seek(-8, CFile::current), 2u);
     file.Write("XY", 2);
-    EXPECT_EQ(causeOf<CFileException>([&] { file.Seek(-5, CFile::current); }), CFileException::badSeek);
+    EXPECT_EQ(failure([&] { file.Seek(-5, CFile::current); }), CFileException::badSeek);
     EXPECT_EQ(file.GetPosition(), 4u) << "a refused seek moves nothing";
     EXPECT_TRUE(throws<CInvalidArgException>([&] { file.Seek(0, 7); }));
     file.Seek(12, CFile::begin);
@@ -45,17 +53,17 @@ void checkReadingAndWriting(CFile& file) {
 
 TEST(File, ReadsWritesAndSeeks) {
     const support::TempFolder folder;
-    CFile file(folder.pathOf("new.bin").c_str(), CFile::modeCreate | CFile::modeReadWrite);
+    CFile file(folder.pathOf("new.bin").c_str(), modeCreate | modeReadWrite);
     checkReadingAndWriting(file);
     file.Close();
     EXPECT_EQ(folder.read("new.bin").size(), 6u);
     EXPECT_EQ(file.m_hFile, CFile::hFileNull);
-    EXPECT_EQ(causeOf<CFileException>([&] { file.Write("x", 1); }), CFileException::invalidFile);
+    EXPECT_EQ(failure([&] { file.Write("x", 1); }), CFileException::invalidFile);
 }
 
 TEST(File, CountsInSixtyFourBits) {
     const support::TempFolder folder;
-    CFile file(folder.pathOf("sparse.bin").c_str(), CFile::modeCreate | CFile::modeReadWrite);
+    CFile file(folder.pathOf("sparse.bin").c_str(), modeCreate | modeReadWrite);
     constexpr ULONGLONG size = 0x180000000; // sparse: nothing is written before its end
     file.SetLength(size);
     EXPECT_EQ(file.GetLength(), size);
@@ -64,7 +72,7 @@ TEST(File, CountsInSixtyFourBits) {
     CFileStatus status{};
     ASSERT_TRUE(file.GetStatus(status));
     EXPECT_EQ(status.m_size, size);
-    EXPECT_EQ(causeOf<CFileException>([&] { file.SetLength(~0ull); }), CFileException::badSeek);
+    EXPECT_EQ(failure([&] { file.SetLength(~0ull); }), CFileException::badSeek);
 }
 
 TEST(File, OpensAsTheFlagsSay) {
@@ -76,38 +84,28 @@ TEST(File, OpensAsTheFlagsSay) {
         int cause; // of the failure; -1 opens
         size_t lengthAfter;
     } cases[] = {
-        {"reading what is there", CFile::modeRead | CFile::shareDenyWrite, true, -1, 10},
-        {"reading what is not", CFile::modeRead, false, CFileException::fileNotFound, 0},
-        {"writing keeps the contents", CFile::modeWrite, true, -1, 10},
-        {"writing makes no file", CFile::modeWrite, false, CFileException::fileNotFound, 0},
-        {"creating empties", CFile::modeCreate | CFile::modeWrite, true, -1, 0},
-        {"creating makes one", CFile::modeCreate | CFile::modeWrite, false, -1, 0},
-        {"creating without emptying", CFile::modeCreate | CFile::modeNoTruncate | CFile::modeWrite, true, -1,
-         10},
-        {"two modes at once", CFile::modeWrite | CFile::modeReadWrite, true, CFileException::genericException,
-         10},
-        {"no known sharing", CFile::modeRead | 0x70, true, CFileException::genericException, 10},
+        {"reading what is there", modeRead | shareDenyWrite, true, -1, 10},
+        {"reading what is not", modeRead, false, CFileException::fileNotFound, 0},
+        {"writing keeps the contents", modeWrite, true, -1, 10},
+        {"writing makes no file", modeWrite, false, CFileException::fileNotFound, 0},
+        {"creating empties", modeCreate | modeWrite, true, -1, 0},
+        {"creating makes one", modeCreate | modeWrite, false, -1, 0},
+        {"creating without emptying", modeCreate | modeNoTruncate | modeWrite, true, -1, 10},
+        {"two modes at once", modeWrite | modeReadWrite, true, CFileException::genericException, 10},
+        {"no known sharing", modeRead | 0x70, true, CFileException::genericException, 10},
     };
     for (const auto& c : cases) {
         SCOPED_TRACE(c.what);
         std::filesystem::remove(folder.pathOf("f"));
         if (c.exists) folder.write("f", digits);
-        CFile file;
-        CFileException failure;
-        EXPECT_EQ(file.Open(folder.pathOf("f").c_str(), c.flags, &failure), c.cause == -1);
-        if (c.cause != -1) {
-            EXPECT_EQ(failure.m_cause, c.cause);
-        }
-        file.Abort();
+        EXPECT_EQ(failure([&] { CFile file(folder.pathOf("f").c_str(), c.flags); }), c.cause);
         EXPECT_EQ(folder.read("f").size(), c.lengthAfter);
     }
-    EXPECT_EQ(
-        causeOf<CFileException>([&] { CFile file(folder.pathOf("no/where").c_str(), CFile::modeRead); }),
-        CFileException::badPath);
-    EXPECT_EQ(causeOf<CFileException>([&] { CFile file(nullptr, CFile::modeRead); }),
+    EXPECT_EQ(failure([&] { CFile file(folder.pathOf("no/where").c_str(), modeRead); }),
               CFileException::badPath);
-    CFile readOnly(folder.write("f", digits).c_str(), CFile::modeRead);
-    EXPECT_EQ(causeOf<CFileException>([&] { readOnly.Write("x", 1); }), CFileException::accessDenied);
+    EXPECT_EQ(failure([&] { CFile file(nullptr, modeRead); }), CFileException::badPath);
+    CFile readOnly(folder.write("f", digits).c_str(), modeRead);
+    EXPECT_EQ(failure([&] { readOnly.Write("x", 1); }), CFileException::accessDenied);
 }
 
 TEST(File, SharesAsTheFlagsSay) {
@@ -117,22 +115,18 @@ TEST(File, SharesAsTheFlagsSay) {
         UINT first, second;
         bool allowed;
     } cases[] = {
-        {CFile::modeRead | CFile::shareDenyWrite, CFile::modeRead | CFile::shareDenyWrite, true},
-        {CFile::modeRead | CFile::shareDenyWrite, CFile::modeWrite | CFile::shareDenyNone, false},
-        {CFile::modeRead | CFile::shareExclusive, CFile::modeRead | CFile::shareDenyNone, false},
-        {CFile::modeRead | CFile::shareDenyRead, CFile::modeRead | CFile::shareDenyNone, false},
-        {CFile::modeRead | CFile::shareDenyRead, CFile::modeWrite | CFile::shareDenyNone, true},
-        {CFile::modeWrite | CFile::shareDenyNone, CFile::modeReadWrite | CFile::shareDenyNone, true},
+        {modeRead | shareDenyWrite, modeRead | shareDenyWrite, true},
+        {modeRead | shareDenyWrite, modeWrite | shareDenyNone, false},
+        {modeRead | shareExclusive, modeRead | shareDenyNone, false},
+        {modeRead | shareDenyRead, modeRead | shareDenyNone, false},
+        {modeRead | shareDenyRead, modeWrite | shareDenyNone, true},
+        {modeWrite | shareDenyNone, modeReadWrite | shareDenyNone, true},
     };
     for (const auto& c : cases) {
         CFile first(path.c_str(), c.first);
-        CFile second;
-        CFileException failure;
-        EXPECT_EQ(second.Open(path.c_str(), c.second, &failure), c.allowed)
+        EXPECT_EQ(failure([&] { CFile second(path.c_str(), c.second); }),
+                  c.allowed ? -1 : CFileException::sharingViolation)
             << c.first << " then " << c.second;
-        if (!c.allowed) {
-            EXPECT_EQ(failure.m_cause, CFileException::sharingViolation);
-        }
     }
 }
 
@@ -141,22 +135,22 @@ TEST(File, ClosesWhatItOpenedAndNothingElse) {
     const std::string path = folder.write("f", digits);
     const auto inUse = [&] {
         CFile probe;
-        return !probe.Open(path.c_str(), CFile::modeReadWrite | CFile::shareExclusive);
+        return !probe.Open(path.c_str(), modeReadWrite | shareExclusive);
     };
     {
-        CFile file(path.c_str(), CFile::modeRead | CFile::shareDenyNone);
+        CFile file(path.c_str(), modeRead | shareDenyNone);
         EXPECT_TRUE(inUse());
-        ASSERT_TRUE(file.Open(folder.write("g", digits).c_str(), CFile::modeRead))
+        ASSERT_TRUE(file.Open(folder.write("g", digits).c_str(), modeRead))
             << "opening again lets the first go";
         EXPECT_FALSE(inUse());
-        ASSERT_TRUE(file.Open(path.c_str(), CFile::modeRead | CFile::shareDenyNone));
+        ASSERT_TRUE(file.Open(path.c_str(), modeRead | shareDenyNone));
         const std::unique_ptr<CFile> copy(file.Duplicate());
         file.Close();
         EXPECT_TRUE(inUse());
         EXPECT_EQ(readAll(*copy), "0123456789");
     }
     EXPECT_FALSE(inUse());
-    CFile owner(path.c_str(), CFile::modeRead | CFile::shareDenyNone);
+    CFile owner(path.c_str(), modeRead | shareDenyNone);
     { CFile guest(owner.m_hFile); }
     EXPECT_EQ(readAll(owner), "0123456789");
 }
@@ -164,26 +158,25 @@ TEST(File, ClosesWhatItOpenedAndNothingElse) {
 TEST(File, NamesRenamesAndRemoves) {
     const support::TempFolder folder;
     const std::string path = folder.write("name.ext", digits), other = folder.pathOf("other.ext");
-    CFile file(path.c_str(), CFile::modeRead);
+    CFile file(path.c_str(), modeRead);
     EXPECT_EQ(text(file.GetFileName()), "name.ext");
     EXPECT_EQ(text(file.GetFilePath()), path);
     file.Open(
         folder
             .pathOf(".\\..\\" + std::filesystem::path(path).parent_path().filename().string() + "\\name.ext")
             .c_str(),
-        CFile::modeRead);
+        modeRead);
     EXPECT_EQ(text(file.GetFilePath()), path) << "whatever way led there";
     file.Close();
     CFile::Rename(path.c_str(), other.c_str());
-    EXPECT_EQ(causeOf<CFileException>([&] { CFile::Rename(path.c_str(), "x"); }),
-              CFileException::fileNotFound);
+    EXPECT_EQ(failure([&] { CFile::Rename(path.c_str(), "x"); }), CFileException::fileNotFound);
     CFileStatus status{};
     EXPECT_FALSE(CFile::GetStatus(path.c_str(), status));
     ASSERT_TRUE(CFile::GetStatus(other.c_str(), status));
     EXPECT_EQ(status.m_size, 10u);
     EXPECT_STREQ(status.m_szFullName, other.c_str());
     CFile::Remove(other.c_str());
-    EXPECT_EQ(causeOf<CFileException>([&] { CFile::Remove(other.c_str()); }), CFileException::fileNotFound);
+    EXPECT_EQ(failure([&] { CFile::Remove(other.c_str()); }), CFileException::fileNotFound);
 }
 
 TEST(MemFile, ReadsWritesAndSeeks) {

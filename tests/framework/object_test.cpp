@@ -94,31 +94,30 @@ IMPLEMENT_DYNAMIC(CountedException, CException)
 
 enum class Then { End, ThrowLast, ThrowIt, ThrowAnother };
 
+// The macros open and close braces that the formatter does not see.
+// clang-format off
 std::string caughtOutside(Then then) {
     std::string trace;
-    TRY{TRY{THROW(new CountedException);
+    TRY {
+        TRY {
+            THROW(new CountedException);
+        } CATCH(CFileException, e) {
+            trace += "file ";
+        } AND_CATCH(CountedException, e) {
+            trace += "counted ";
+            if (then == Then::ThrowLast) THROW_LAST();
+            if (then == Then::ThrowIt) THROW(e);
+            if (then == Then::ThrowAnother) AfxThrowUserException();
+        } END_CATCH
+    } CATCH(CUserException, e) {
+        trace += "user";
+    } AND_CATCH_ALL(e) {
+        trace += e->GetRuntimeClass()->m_lpszClassName;
+        EXPECT_EQ(CountedException::s_living, 1) << "still there for the outer block";
+    } END_CATCH_ALL
+    return trace;
 }
-CATCH(CFileException, e) {
-    trace += "file ";
-}
-AND_CATCH(CountedException, e) {
-    trace += "counted ";
-    if (then == Then::ThrowLast) THROW_LAST();
-    if (then == Then::ThrowIt) THROW(e);
-    if (then == Then::ThrowAnother) AfxThrowUserException();
-}
-END_CATCH
-} // namespace
-CATCH(CUserException, e) {
-    trace += "user";
-}
-AND_CATCH_ALL(e) {
-    trace += e->GetRuntimeClass()->m_lpszClassName;
-    EXPECT_EQ(CountedException::s_living, 1) << "still there for the outer block";
-}
-END_CATCH_ALL
-return trace;
-}
+// clang-format on
 
 TEST(Exception, IsDeletedOnceByTheBlockThatEndsIt) {
     EXPECT_EQ(caughtOutside(Then::End), "counted ");
