@@ -105,9 +105,12 @@ void Surface::buildList(const SurfaceMesh& mesh) {
 void Surface::draw() const {
     if (m_indexCount == 0 || m_context == nullptr || ::wglGetCurrentContext() != m_context) return;
     ::glPushAttrib(GL_ENABLE_BIT | GL_CURRENT_BIT);
-    // An opaque surface with normals of unit length: what these would do is work for nothing.
+    // An opaque surface with normals of unit length: these would be work for nothing.
     for (GLenum capability : {GL_BLEND, GL_ALPHA_TEST, GL_NORMALIZE})
         ::glDisable(capability);
+    // NOTE: with it, and a polygon offset, Mesa's software renderer takes triangles one by one: half as long
+    // again.
+    if (m_primitive != GL_POINTS) ::glDisable(GL_POINT_SMOOTH);
     if (m_list != 0) {
         ::glCallList(m_list);
     } else {
