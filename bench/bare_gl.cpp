@@ -81,13 +81,19 @@ void setUp(const Canvas& canvas) {
     ::glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
 }
 
+SurfaceMesh readMesh(const char* file) {
+    Grid grid = readGrid(file);
+    ColourRamp ramp = *ColourRamp::named(ColourRamp::names().front());
+    return SurfaceMesh({grid, ramp, MeshExtents::inBall(grid, 0.60f)});
+}
+
 void draw(const SurfaceMesh& mesh) {
     const MeshVertex* first = mesh.vertices.data();
     ::glEnableClientState(GL_VERTEX_ARRAY);
     ::glEnableClientState(GL_NORMAL_ARRAY);
     ::glEnableClientState(GL_COLOR_ARRAY);
     ::glVertexPointer(3, GL_FLOAT, sizeof(MeshVertex), first->position);
-    ::glNormalPointer(GL_FLOAT, sizeof(MeshVertex), first->normal);
+    ::glNormalPointer(GL_BYTE, sizeof(MeshVertex), first->normal);
     ::glColorPointer(4, GL_UNSIGNED_BYTE, sizeof(MeshVertex), first->colour);
     ::glDrawElements(GL_TRIANGLES, static_cast<GLsizei>(mesh.indices.size()), GL_UNSIGNED_INT,
                      mesh.indices.data());
@@ -138,12 +144,7 @@ void writePng(const Canvas& canvas, const char* file) {
 int main(int argc, char** argv) {
     try {
         require(argc == 5, "bare_gl FILE PICTURE.png WIDTH HEIGHT");
-        SurfaceMesh mesh;
-        {
-            Grid grid = readGrid(argv[1]);
-            mesh = buildSurfaceMesh(grid, *ColourRamp::named(ColourRamp::names().front()),
-                                    MeshExtents::inBall(grid, 0.60f));
-        }
+        SurfaceMesh mesh = readMesh(argv[1]);
         Canvas canvas(std::atoi(argv[3]), std::atoi(argv[4]));
         setUp(canvas);
         draw(mesh);

@@ -6,6 +6,7 @@
 #include "vorn/bitmaps/dib_surface.h"
 #include "vorn/bitmaps/image_codec.h"
 
+#include <algorithm>
 #include <cmath>
 #include <cstdio>
 #include <cstdlib>
@@ -37,7 +38,7 @@ void runProgram(const std::string& commandLine, std::size_t* peakMemory = nullpt
     // The counter only grows, and is gone with the process.
     while (::WaitForSingleObject(process.hProcess, peakMemory != nullptr ? 2 : INFINITE) == WAIT_TIMEOUT) {
         if (::GetProcessMemoryInfo(process.hProcess, &memory, sizeof memory))
-            *peakMemory = memory.PeakWorkingSetSize;
+            *peakMemory = std::max<std::size_t>(*peakMemory, memory.PeakWorkingSetSize);
     }
     DWORD status = 1;
     ::GetExitCodeProcess(process.hProcess, &status);

@@ -5,7 +5,6 @@
 #include <cmath>
 #include <cstddef>
 #include <limits>
-#include <utility>
 
 namespace examples {
 
@@ -28,74 +27,68 @@ std::vector<float> relativeHeights(const Grid& grid) {
     return heights;
 }
 
-/// Fills a mesh from relative heights.
-class MeshBuilder {
-public:
-    MeshBuilder(const Grid& grid, const MeshExtents& extents)
-        : m_rows(grid.rows), m_columns(grid.columns), m_extents(extents),
-          m_stepX(extents.width / static_cast<float>(std::max(grid.columns - 1, 1))),
-          m_stepY(extents.depth / static_cast<float>(std::max(grid.rows - 1, 1))),
-          m_heights(relativeHeights(grid)) {}
+signed char rounded(float value) {
+    return static_cast<signed char>(value + (value < 0 ? -0.5f : 0.5f));
+}
 
-    SurfaceMesh build(const ColourRamp& ramp) {
-        addVertices(ramp);
-        if (m_rows > 1 && m_columns > 1)
-            addTriangles();
-        else
-            addLines();
-        return std::move(m_mesh);
-    }
+} // namespace
 
-private:
-    /// Height steps per model unit at `at`, between the neighbours `stride` cells away that exist and are no
-    /// holes.
-    float slope(const float* at, std::ptrdiff_t stride, bool hasBefore, bool hasAfter, float step) const {
-        hasBefore = hasBefore && !std::isnan(at[-stride]);
-        hasAfter = hasAfter && !std::isnan(at[stride]);
-        if (!hasBefore && !hasAfter) return 0;
-        float before = hasBefore ? at[-stride] : *at;
-        float after = hasAfter ? at[stride] : *at;
-        return (after - before) / (step * static_cast<float>(hasBefore + hasAfter)) * m_extents.height;
-    }
+SurfaceMesher::SurfaceMesher(const Grid& grid, const ColourRamp& ramp, const MeshExtents& extents)
+    : m_rows(grid.rows), m_columns(grid.columns), m_ramp(ramp), m_extents(extents),
+      m_stepX(extents.width / static_cast<float>(std::max(grid.columns - 1, 1))),
+      m_stepY(extents.depth / static_cast<float>(std::max(grid.rows - 1, 1))),
+      m_heights(relativeHeights(grid)) {}
 
-    void addVertices(const ColourRamp& ramp);
-    void addTriangles();
-    void addLines();
+SurfaceMesher::Kind SurfaceMesher::kind() const {
+    if (m_rows > 1 && m_columns > 1) return Kind::triangles;
+    return m_heights.size() > 1 ? Kind::lines : Kind::points;
+}
 
-    int m_rows;
-    int m_columns;
-    MeshExtents m_extents;
-    float m_stepX; ///< model units between columns
-    float m_stepY;
-    std::vector<float> m_heights;
-    SurfaceMesh m_mesh;
-};
+std::size_t SurfaceMesher::mostIndices() const {
+    if (kind() == Kind::triangles) return std::size_t{6} * (m_rows - 1) * (m_columns - 1);
+    return 2 * m_heights.size();
+}
 
-void MeshBuilder::addVertices(const ColourRamp& ramp) {
-    m_mesh.vertices.resize(m_heights.size());
-    MeshVertex* vertex = m_mesh.vertices.data();
+/// Height steps per model unit at `at`, between the neighbours `stride` cells away that exist and are no
+/// holes.
+float SurfaceMesher::slope(const float* at, std::ptrdiff_t stride, bool hasBefore, bool hasAfter,
+                           float step) const {
+    hasBefore = hasBefore && !std::isnan(at[-stride]);
+    hasAfter = hasAfter && !std::isnan(at[stride]);
+    if (!hasBefore && !hasAfter) return 0;
+    float before = hasBefore ? at[-stride] : *at;
+    float after = hasAfter ? at[stride] : *at;
+    return (after - before) / (step * static_cast<float>(hasBefore + hasAfter)) * m_extents.height;
+}
+
+void SurfaceMesher::writeVertices(MeshVertex* out) const {
     const float* height = m_heights.data();
     float left = -m_stepX * static_cast<float>(m_columns - 1) / 2;
     float back = m_stepY * static_cast<float>(m_rows - 1) / 2;
     for (int row = 0; row < m_rows; ++row) {
         float y = back - m_stepY * static_cast<float>(row);
-        for (int column = 0; column < m_columns; ++column, ++vertex, ++height) {
-            if (std::isnan(*height)) continue;
+        for (int column = 0; column < m_columns; ++column, ++out, ++height) {
+            if (std::isnan(*height)) {
+                *out = {};
+                continue;
+            }
             float slopeX = slope(height, 1, column > 0, column + 1 < m_columns, m_stepX);
             // Rows run towards the viewer, y runs away.
             float slopeY = -slope(height, m_columns, row > 0, row + 1 < m_rows, m_stepY);
-            float length = std::sqrt(slopeX * slopeX + slopeY * slopeY + 1);
-            Rgb colour = ramp.at(*height);
-            *vertex = {{left + m_stepX * static_cast<float>(column), y, (*height - 0.5f) * m_extents.height},
-                       {-slopeX / length, -slopeY / length, 1 / length},
-                       {colour.red, colour.green, colour.blue, 255}};
+            float scale = 127 / std::sqrt(slopeX * slopeX + slopeY * slopeY + 1);
+            Rgb colour = m_ramp.at(*height);
+            *out = {{left + m_stepX * static_cast<float>(column), y, (*height - 0.5f) * m_extents.height},
+                    {rounded(-slopeX * scale), rounded(-slopeY * scale), rounded(scale), 0},
+                    {colour.red, colour.green, colour.blue, 255}};
         }
     }
 }
 
-void MeshBuilder::addTriangles() {
-    m_mesh.kind = SurfaceMesh::Kind::triangles;
-    m_mesh.indices.reserve(std::size_t{6} * (m_rows - 1) * (m_columns - 1));
+std::size_t SurfaceMesher::writeIndices(std::uint32_t* out) const {
+    return (kind() == Kind::triangles ? writeTriangles(out) : writeLines(out)) - out;
+}
+
+std::uint32_t* SurfaceMesher::writeTriangles(std::uint32_t* out) const {
     for (int row = 0; row + 1 < m_rows; ++row) {
         for (int column = 0; column + 1 < m_columns; ++column) {
             auto farLeft = static_cast<std::uint32_t>(row * m_columns + column);
@@ -103,30 +96,27 @@ void MeshBuilder::addTriangles() {
             float falling = m_heights[farLeft] - m_heights[nearRight];
             float rising = m_heights[farRight] - m_heights[nearLeft];
             if (std::isnan(falling + rising)) continue;
-            if (std::abs(falling) < std::abs(rising)) {
-                m_mesh.indices.insert(m_mesh.indices.end(),
-                                      {farLeft, nearLeft, nearRight, farLeft, nearRight, farRight});
-            } else {
-                m_mesh.indices.insert(m_mesh.indices.end(),
-                                      {farLeft, nearLeft, farRight, farRight, nearLeft, nearRight});
-            }
+            bool alongFalling = std::abs(falling) < std::abs(rising);
+            for (std::uint32_t corner : {farLeft, nearLeft, alongFalling ? nearRight : farRight,
+                                         alongFalling ? farLeft : nearLeft, nearRight, farRight})
+                *out++ = corner;
         }
     }
+    return out;
 }
 
-/// The single row or column as a line between neighbours, the single number as a point.
-void MeshBuilder::addLines() {
-    m_mesh.kind = m_heights.size() > 1 ? SurfaceMesh::Kind::lines : SurfaceMesh::Kind::points;
+std::uint32_t* SurfaceMesher::writeLines(std::uint32_t* out) const {
     for (std::uint32_t i = 0; i < m_heights.size(); ++i) {
         if (std::isnan(m_heights[i])) continue;
-        if (m_heights.size() == 1)
-            m_mesh.indices.push_back(i);
-        else if (i + 1 < m_heights.size() && !std::isnan(m_heights[i + 1]))
-            m_mesh.indices.insert(m_mesh.indices.end(), {i, i + 1});
+        if (m_heights.size() == 1) {
+            *out++ = i;
+        } else if (i + 1 < m_heights.size() && !std::isnan(m_heights[i + 1])) {
+            *out++ = i;
+            *out++ = i + 1;
+        }
     }
+    return out;
 }
-
-} // namespace
 
 MeshExtents MeshExtents::inBall(const Grid& grid, float radius) {
     constexpr float thinnest = 0.2f, relief = 0.28f;
@@ -138,8 +128,10 @@ MeshExtents MeshExtents::inBall(const Grid& grid, float radius) {
     return {extents.width * scale, extents.depth * scale, extents.height * scale};
 }
 
-SurfaceMesh buildSurfaceMesh(const Grid& grid, const ColourRamp& ramp, const MeshExtents& extents) {
-    return MeshBuilder(grid, extents).build(ramp);
+SurfaceMesh::SurfaceMesh(const SurfaceMesher& mesher)
+    : kind(mesher.kind()), vertices(mesher.vertexCount()), indices(mesher.mostIndices()) {
+    mesher.writeVertices(vertices.data());
+    indices.resize(mesher.writeIndices(indices.data()));
 }
 
 } // namespace examples

@@ -99,7 +99,7 @@ void CExplorerView::OnUpdateTextMetrics(CDC*, int) {
 }
 
 void CExplorerView::OnBuild() {
-    m_surface.build(examples::buildSurfaceMesh(m_grid, m_ramp, m_axes.extents()));
+    m_surface.build({m_grid, m_ramp, m_axes.extents()});
     m_axes.build(m_fLineWidth);
 }
 

@@ -1,56 +1,35 @@
 // SPDX-License-Identifier: MIT
 #include "surface.h"
 
+#include <algorithm>
 #include <cstddef>
+#include <cstdint>
 
 namespace {
 
 using examples::MeshVertex;
 using examples::SurfaceMesh;
-
-constexpr GLenum arrayBuffer = 0x8892, elementArrayBuffer = 0x8893, staticDraw = 0x88E4;
-
-/// The entry points of OpenGL 1.5 that the surface needs. They belong to the current context.
-struct BufferFunctions {
-    void(APIENTRY* genBuffers)(GLsizei, GLuint*);
-    void(APIENTRY* deleteBuffers)(GLsizei, const GLuint*);
-    void(APIENTRY* bindBuffer)(GLenum, GLuint);
-    void(APIENTRY* bufferData)(GLenum, std::ptrdiff_t, const void*, GLenum);
-
-    BufferFunctions() {
-        load(genBuffers, "glGenBuffers");
-        load(deleteBuffers, "glDeleteBuffers");
-        load(bindBuffer, "glBindBuffer");
-        load(bufferData, "glBufferData");
-    }
-    explicit operator bool() const {
-        return genBuffers != nullptr && deleteBuffers != nullptr && bindBuffer != nullptr &&
-               bufferData != nullptr;
-    }
-
-private:
-    template <typename Function>
-    static void load(Function& function, const char* name) {
-        function = reinterpret_cast<Function>(reinterpret_cast<void*>(::wglGetProcAddress(name)));
-    }
-};
+using examples::SurfaceMesher;
 
 /// Points the vertex arrays at vertices in memory or, for null, at the bound buffer.
 void setArrays(const MeshVertex* vertices) {
-    auto base = reinterpret_cast<const std::byte*>(vertices);
+    // Not pointer arithmetic: a null pointer has no members.
+    auto at = [vertices](std::size_t offset) {
+        return reinterpret_cast<const void*>(reinterpret_cast<std::uintptr_t>(vertices) + offset);
+    };
     ::glEnableClientState(GL_VERTEX_ARRAY);
     ::glEnableClientState(GL_NORMAL_ARRAY);
     ::glEnableClientState(GL_COLOR_ARRAY);
-    ::glVertexPointer(3, GL_FLOAT, sizeof(MeshVertex), base + offsetof(MeshVertex, position));
-    ::glNormalPointer(GL_FLOAT, sizeof(MeshVertex), base + offsetof(MeshVertex, normal));
-    ::glColorPointer(4, GL_UNSIGNED_BYTE, sizeof(MeshVertex), base + offsetof(MeshVertex, colour));
+    ::glVertexPointer(3, GL_FLOAT, sizeof(MeshVertex), at(offsetof(MeshVertex, position)));
+    ::glNormalPointer(GL_BYTE, sizeof(MeshVertex), at(offsetof(MeshVertex, normal)));
+    ::glColorPointer(4, GL_UNSIGNED_BYTE, sizeof(MeshVertex), at(offsetof(MeshVertex, colour)));
 }
 
-GLenum primitiveOf(SurfaceMesh::Kind kind) {
+GLenum primitiveOf(SurfaceMesher::Kind kind) {
     switch (kind) {
-    case SurfaceMesh::Kind::lines:
+    case SurfaceMesher::Kind::lines:
         return GL_LINES;
-    case SurfaceMesh::Kind::points:
+    case SurfaceMesher::Kind::points:
         return GL_POINTS;
     default:
         return GL_TRIANGLES;
@@ -59,40 +38,39 @@ GLenum primitiveOf(SurfaceMesh::Kind kind) {
 
 } // namespace
 
-void Surface::build(const SurfaceMesh& mesh, Storage storage) {
+void Surface::build(const SurfaceMesher& mesher, Storage storage) {
     release();
-    m_primitive = primitiveOf(mesh.kind);
-    m_indexCount = static_cast<GLsizei>(mesh.indices.size());
     m_context = ::wglGetCurrentContext();
-    if (m_indexCount == 0 || m_context == nullptr) return;
-    if (storage == Storage::list || !buildBuffers(mesh)) buildList(mesh);
+    if (m_context == nullptr) return;
+    m_primitive = primitiveOf(mesher.kind());
+    if (storage == Storage::list || !buildBuffers(mesher)) buildList(mesher);
 }
 
-bool Surface::buildBuffers(const SurfaceMesh& mesh) {
-    BufferFunctions gl;
-    if (!gl) return false;
-    while (::glGetError() != GL_NO_ERROR) {
-    }
-    auto fill = [&gl](GLenum target, const auto& items) {
-        GLuint name = 0;
-        gl.genBuffers(1, &name);
-        gl.bindBuffer(target, name);
-        gl.bufferData(target, static_cast<std::ptrdiff_t>(items.size() * sizeof items[0]), items.data(),
-                      staticDraw);
-        gl.bindBuffer(target, 0);
-        return name;
+bool Surface::buildBuffers(const SurfaceMesher& mesher) {
+    if (!m_gl.load()) return false;
+    auto fill = [this](GLenum target, GLuint& name, std::size_t bytes, auto write) {
+        m_gl.genBuffers(1, &name);
+        m_gl.bindBuffer(target, name);
+        m_gl.bufferData(target, static_cast<std::ptrdiff_t>(bytes), nullptr, staticDraw);
+        void* memory = m_gl.mapBuffer(target, writeOnly);
+        if (memory != nullptr) write(memory);
+        bool filled = memory != nullptr && m_gl.unmapBuffer(target);
+        m_gl.bindBuffer(target, 0);
+        return filled;
     };
-    m_vertexBuffer = fill(arrayBuffer, mesh.vertices);
-    m_indexBuffer = fill(elementArrayBuffer, mesh.indices);
-    if (::glGetError() == GL_NO_ERROR) return true;
-    // No memory, most likely.
-    gl.deleteBuffers(1, &m_vertexBuffer);
-    gl.deleteBuffers(1, &m_indexBuffer);
-    m_vertexBuffer = m_indexBuffer = 0;
-    return false;
+    bool filled =
+        fill(arrayBuffer, m_vertexBuffer, mesher.vertexCount() * sizeof(MeshVertex),
+             [&](void* memory) { mesher.writeVertices(static_cast<MeshVertex*>(memory)); }) &&
+        fill(elementArrayBuffer, m_indexBuffer, mesher.mostIndices() * sizeof(GLuint), [&](void* memory) {
+            m_indexCount = static_cast<GLsizei>(mesher.writeIndices(static_cast<std::uint32_t*>(memory)));
+        });
+    if (!filled) deleteBuffers();
+    return filled;
 }
 
-void Surface::buildList(const SurfaceMesh& mesh) {
+void Surface::buildList(const SurfaceMesher& mesher) {
+    SurfaceMesh mesh(mesher);
+    m_indexCount = static_cast<GLsizei>(mesh.indices.size());
     m_list = ::glGenLists(1);
     ::glPushClientAttrib(GL_CLIENT_VERTEX_ARRAY_BIT);
     setArrays(mesh.vertices.data());
@@ -111,31 +89,43 @@ void Surface::draw() const {
     // NOTE: with it, and a polygon offset, Mesa's software renderer takes triangles one by one: half as long
     // again.
     if (m_primitive != GL_POINTS) ::glDisable(GL_POINT_SMOOTH);
-    if (m_list != 0) {
+    if (m_list != 0)
         ::glCallList(m_list);
-    } else {
-        BufferFunctions gl;
-        ::glPushClientAttrib(GL_CLIENT_VERTEX_ARRAY_BIT);
-        gl.bindBuffer(arrayBuffer, m_vertexBuffer);
-        gl.bindBuffer(elementArrayBuffer, m_indexBuffer);
-        setArrays(nullptr);
-        ::glDrawElements(m_primitive, m_indexCount, GL_UNSIGNED_INT, nullptr);
-        gl.bindBuffer(elementArrayBuffer, 0);
-        gl.bindBuffer(arrayBuffer, 0);
-        ::glPopClientAttrib();
-    }
+    else
+        drawBuffers();
     ::glPopAttrib();
+}
+
+void Surface::drawBuffers() const {
+    // NOTE: Mesa's software renderer queues all that it is given, 150 MB for two million triangles. In pieces
+    // that are finished one by one it needs a quarter, and hardly more time.
+    constexpr GLsizei piece = 1'000'002; // indices; whole triangles, and whole lines
+    ::glPushClientAttrib(GL_CLIENT_VERTEX_ARRAY_BIT);
+    m_gl.bindBuffer(arrayBuffer, m_vertexBuffer);
+    m_gl.bindBuffer(elementArrayBuffer, m_indexBuffer);
+    setArrays(nullptr);
+    for (GLsizei first = 0; first < m_indexCount; first += piece) {
+        if (first > 0) ::glFinish();
+        ::glDrawElements(m_primitive, std::min(piece, m_indexCount - first), GL_UNSIGNED_INT,
+                         reinterpret_cast<const void*>(first * sizeof(GLuint)));
+    }
+    m_gl.bindBuffer(elementArrayBuffer, 0);
+    m_gl.bindBuffer(arrayBuffer, 0);
+    ::glPopClientAttrib();
 }
 
 void Surface::release() {
     if (m_context != nullptr && m_context == ::wglGetCurrentContext()) {
-        if (m_vertexBuffer != 0) {
-            BufferFunctions gl;
-            gl.deleteBuffers(1, &m_vertexBuffer);
-            gl.deleteBuffers(1, &m_indexBuffer);
-        }
+        if (m_vertexBuffer != 0) deleteBuffers();
         if (m_list != 0) ::glDeleteLists(m_list, 1);
     }
     m_vertexBuffer = m_indexBuffer = m_list = 0;
+    m_indexCount = 0;
     m_context = nullptr;
+}
+
+void Surface::deleteBuffers() {
+    m_gl.deleteBuffers(1, &m_vertexBuffer);
+    m_gl.deleteBuffers(1, &m_indexBuffer);
+    m_vertexBuffer = m_indexBuffer = 0;
 }

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "buffer_functions.h"
+
 #include "common/surface_mesh.h"
 
 #include <vorn/vorn.h>
@@ -11,9 +13,9 @@ class Surface {
 public:
     enum class Storage { best, list };
 
-    /// Hands the mesh over; it is not needed afterwards. What was built before in the same context is
+    /// Makes the surface, with buffers straight in their memory. What was built before in the same context is
     /// deleted; what was built in another one went with it.
-    void build(const examples::SurfaceMesh& mesh, Storage storage = Storage::best);
+    void build(const examples::SurfaceMesher& mesher, Storage storage = Storage::best);
 
     /// Draws the surface, opaque; leaves the GL state as it was.
     void draw() const;
@@ -22,9 +24,12 @@ public:
     void release();
 
 private:
-    bool buildBuffers(const examples::SurfaceMesh& mesh);
-    void buildList(const examples::SurfaceMesh& mesh);
+    bool buildBuffers(const examples::SurfaceMesher& mesher);
+    void buildList(const examples::SurfaceMesher& mesher);
+    void drawBuffers() const;
+    void deleteBuffers();
 
+    BufferFunctions m_gl;
     HGLRC m_context = nullptr;
     GLenum m_primitive = GL_TRIANGLES;
     GLsizei m_indexCount = 0;

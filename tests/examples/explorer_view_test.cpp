@@ -199,8 +199,7 @@ public:
 protected:
     void OnBuild() override {
         axes().build(m_fLineWidth);
-        m_list.build(buildSurfaceMesh(someGrid(12, 15), *ColourRamp::named("land"), axes().extents()),
-                     Surface::Storage::list);
+        m_list.build({m_grid, m_ramp, axes().extents()}, Surface::Storage::list);
     }
     void OnOutputToDC(CDC* pDC, int x, int y) override {
         View::OnOutputToDC(pDC, x, y);
@@ -208,16 +207,23 @@ protected:
     }
 
 private:
+    Grid m_grid = someGrid(12, 15);
+    ColourRamp m_ramp = *ColourRamp::named("land");
     Surface m_list;
 };
 
 TEST(ExplorerView, AListShowsWhatBuffersShow) {
+    constexpr int width = 200, height = 150;
     ListView list(someGrid(12, 15));
     View buffers(someGrid(12, 15));
     // The list is drawn once more over the whole, texts included.
     list.axes().toggle(ChartAxes::SHOW_LABELS);
     buffers.axes().toggle(ChartAxes::SHOW_LABELS);
-    EXPECT_EQ(list.picture(200, 150), buffers.picture(200, 150));
+    std::vector<BYTE> fromList = list.picture(width, height), fromBuffers = buffers.picture(width, height);
+    ASSERT_GT(coverageOf(fromList, width, height).all, 2000);
+    // Bytes become normals by one formula in a list and by another from a buffer.
+    for (std::size_t i = 0; i < fromList.size(); ++i)
+        ASSERT_NEAR(fromList[i], fromBuffers[i], 2) << i;
 }
 
 } // namespace
