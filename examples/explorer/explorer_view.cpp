@@ -70,11 +70,21 @@ void CExplorerView::lookFrom(ViewPoint viewPoint) {
     SetUpdate(UPD_VIEW, TRUE, TRUE);
 }
 
-bool CExplorerView::drawPicture(CvornDIBSurface& picture) {
+bool CExplorerView::drawTo(CDC& dc, const CRect& rc) {
     m_drawn = false;
-    PrintScene(picture.GetDC(), CRect(0, 0, picture.GetWidth(), picture.GetHeight()), 0);
+    PrintScene(&dc, rc, 0);
     ::GdiFlush();
     return m_drawn;
+}
+
+bool CExplorerView::drawMetafile(CSize size) {
+    m_drawn = false;
+    OutputToMetafile(nullptr, CRect(CPoint(0, 0), size), 0);
+    return m_drawn;
+}
+
+bool CExplorerView::drawPicture(CvornDIBSurface& picture) {
+    return drawTo(*picture.GetDC(), CRect(0, 0, picture.GetWidth(), picture.GetHeight()));
 }
 
 void CExplorerView::OnUpdateTextureInfo() {

@@ -19,27 +19,41 @@ public:
     /// Takes effect with the next paint, or picture.
     void lookFrom(ViewPoint viewPoint);
 
+    /// Draws the chart into a part of a bitmap or page; needs no window. False when OpenGL cannot.
+    bool drawTo(CDC& dc, const CRect& rc);
+    /// Puts the chart on the clipboard as a metafile of a size in pixels. False when OpenGL cannot draw.
+    bool drawMetafile(CSize size);
     /// Draws the chart off-screen, in any size; needs no window. False when OpenGL cannot.
     bool drawPicture(CvornDIBSurface& picture);
 
     ChartAxes& axes() { return m_axes; }
+
+    /// In what format and size the chart is copied. The application's profile keeps them.
+    const CvornCopyInfo& copySettings() const { return m_copyInfo; }
+    void loadCopySettings();
 
 protected:
     void OnUpdateTextureInfo() override;
     void OnUpdateTextMetrics(CDC* pDC, int bPrint) override;
     void OnBuild() override;
     void OnOutputToDC(CDC* pDC, int x, int y) override;
+    void OnShowMenu() override;
+    void OnUpdateMenuItem(int nID, CCmdUI& cmdUI) override;
+    void OnMenuItem(int nID) override;
 
     afx_msg void OnKeyDown(UINT nChar, UINT nRepCnt, UINT nFlags);
     DECLARE_MESSAGE_MAP()
 
 private:
     bool onSwitchKey(UINT nChar);
+    void onCommand(int command);
+    void setUpCopies();
 
     examples::Grid m_grid;
     examples::ColourRamp m_ramp;
     Surface m_surface;
     ChartAxes m_axes;
     std::array<std::string, 3> m_planeFiles; ///< pictures on the planes xy, xz and yz
-    bool m_drawn = false;                    ///< by the last paint cycle
+    CvornCopyInfo m_copyInfo;
+    bool m_drawn = false; ///< by the last paint cycle
 };

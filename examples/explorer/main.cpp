@@ -3,6 +3,7 @@
 #include "explorer_view.h"
 #include "export.h"
 #include "options.h"
+#include "output.h"
 #include "report.h"
 
 #include <cstdlib>
@@ -38,6 +39,7 @@ CString titleOf(const std::string& file) {
 }
 
 BOOL CExplorerApp::InitInstance() {
+    SetRegistryKey("Vorn");
     try {
         Options options = parseOptions(__argc - 1, __argv + 1);
         if (options.help) {
@@ -57,21 +59,26 @@ bool CExplorerApp::start(const Options& options) {
     try {
         examples::Grid grid = examples::readGrid(options.file);
         if (!options.exportFile.empty()) {
-            exportPicture(std::move(grid), options);
-            return false;
+            exportPicture(options.needsWindow() ? grid : std::move(grid), options);
+            if (!options.needsWindow()) return false;
         }
         m_view = std::make_unique<CExplorerView>(std::move(grid), options);
         loadChart(m_view->axes(), options);
         saveChart(m_view->axes(), options);
+        m_view->loadCopySettings();
         m_view->lookFrom(options.viewPoint);
         if (!m_view->createWindow(titleOf(options.file)))
             throw std::runtime_error("OpenGL has no window here");
+        if (options.needsWindow()) {
+            outputChart(*m_view, options);
+            return false;
+        }
         m_pMainWnd = m_view.get();
         m_view->ShowWindow(m_nCmdShow);
         m_view->UpdateWindow();
         return true;
     } catch (const std::exception& error) {
-        reportError(error.what(), options.exportFile.empty());
+        reportError(error.what(), !options.isOutput());
         m_status = failed;
     }
     return false;

@@ -47,14 +47,6 @@ void parseSize(std::string_view text, Options& options) {
         throw OptionsError("--size: more than 268 million pixels");
 }
 
-CvornImageCodec::Format formatOf(std::string file) {
-    std::transform(file.begin(), file.end(), file.begin(), [](unsigned char c) { return std::tolower(c); });
-    if (file.ends_with(".png")) return CvornImageCodec::FORMAT_PNG;
-    if (file.ends_with(".jpg") || file.ends_with(".jpeg")) return CvornImageCodec::FORMAT_JPEG;
-    if (file.ends_with(".bmp")) return CvornImageCodec::FORMAT_BMP;
-    throw OptionsError("--export takes a name that ends with .png, .jpg or .bmp");
-}
-
 ViewPoint parseViewPoint(std::string_view text) {
     for (auto [name, viewPoint] : viewPoints) {
         if (name == text) return viewPoint;
@@ -97,10 +89,17 @@ DWORD parsePart(std::string_view text) {
 
 } // namespace
 
+CvornImageCodec::Format pictureFormatOf(std::string file) {
+    std::transform(file.begin(), file.end(), file.begin(), [](unsigned char c) { return std::tolower(c); });
+    if (file.ends_with(".png")) return CvornImageCodec::FORMAT_PNG;
+    if (file.ends_with(".jpg") || file.ends_with(".jpeg")) return CvornImageCodec::FORMAT_JPEG;
+    if (file.ends_with(".bmp")) return CvornImageCodec::FORMAT_BMP;
+    throw OptionsError("a picture's name ends with .png, .jpg or .bmp");
+}
+
 Options parseOptions(int count, const char* const* arguments) {
     Options options;
     options.ramp = ColourRamp::names().front();
-    bool sized = false;
     for (int i = 0; i < count; ++i) {
         std::string_view argument = arguments[i];
         auto value = [&]() -> std::string_view {
@@ -112,10 +111,17 @@ Options parseOptions(int count, const char* const* arguments) {
             return options;
         } else if (argument == "--export") {
             options.exportFile = value();
-            options.format = formatOf(options.exportFile);
+            options.format = pictureFormatOf(options.exportFile);
+        } else if (argument == "--copy") {
+            options.copy = true;
+        } else if (argument == "--metafile") {
+            options.metafile = true;
+        } else if (argument == "--print") {
+            options.printer = value();
+            if (options.printer.empty()) throw OptionsError("--print takes the name of a printer");
         } else if (argument == "--size") {
             parseSize(value(), options);
-            sized = true;
+            options.sized = true;
         } else if (argument == "--ramp") {
             options.ramp = value();
             if (!ColourRamp::named(options.ramp)) throw OptionsError("--ramp takes one of " + rampNames());
@@ -140,17 +146,23 @@ Options parseOptions(int count, const char* const* arguments) {
         }
     }
     if (options.file.empty()) throw OptionsError("which file? (--help tells more)");
-    if (sized && options.exportFile.empty()) throw OptionsError("--size goes with --export");
+    if (options.copy && options.metafile)
+        throw OptionsError("--copy and --metafile: the clipboard holds one of them");
+    if (options.sized && !options.isOutput())
+        throw OptionsError("--size goes with --export, --copy, --metafile or --print");
     return options;
 }
 
 std::string usageText() {
-    return "explorer FILE [--export PICTURE [--size WxH]] [--view NAME] [OPTIONS]\n"
+    return "explorer FILE [--export PICTURE] [--copy] [--metafile] [--print PRINTER] [OPTIONS]\n"
            "\n"
            "Shows a grid of numbers, a CSV or TSV file of up to 1000 x 1000, as a surface.\n"
            "\n"
            "  --export PICTURE  write a .png, .jpg or .bmp file and show no window\n"
-           "  --size WxH        its size in pixels (1200x900)\n"
+           "  --copy            copy the chart to the clipboard, as Copy setup says\n"
+           "  --metafile        copy it as a metafile\n"
+           "  --print PRINTER   print it on a page; these three show no window either\n"
+           "  --size WxH        its size in pixels, on a page its proportions (1200x900; else the window's)\n"
            "  --view NAME       3d, front, top or side (3d)\n"
            "  --ramp NAME       the colours: " +
            rampNames() +
@@ -163,5 +175,6 @@ std::string usageText() {
            "\n"
            "In the window: drag to turn, Ctrl+drag to move, wheel or up and down keys to zoom,\n"
            "right button while the left is held to come back; D, F, T and S for the 3-D, front,\n"
-           "top and side views; G, A, L and P for grids, tips, labels and planes.\n";
+           "top and side views; G, A, L and P for grids, tips, labels and planes; right click\n"
+           "for these and to copy, export and print.\n";
 }

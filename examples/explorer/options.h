@@ -13,11 +13,15 @@ enum class ViewPoint { threeD, front, top, side };
 
 /// What the command line asks for.
 struct Options {
-    std::string file;       ///< the grid to show
-    std::string exportFile; ///< the picture to write; empty: show a window
+    std::string file;                                             ///< the grid to show
+    std::string exportFile;                                       ///< the picture to write
+    bool copy = false;                                            ///< put a picture on the clipboard
+    bool metafile = false;                                        ///< put a metafile there
+    std::string printer;                                          ///< where to print a page
     CvornImageCodec::Format format = CvornImageCodec::FORMAT_PNG; ///< by the picture's name
     int width = 1200;                                             ///< of the picture, in pixels
     int height = 900;
+    bool sized = false; ///< the command line gave the size
     std::string ramp;
     ViewPoint viewPoint = ViewPoint::threeD;
     std::array<std::string, 3> titles;     ///< of the axes; empty: from the grid's headers
@@ -26,6 +30,11 @@ struct Options {
     std::string saveFile;                  ///< where to save the chart's ranges and parameters
     std::string loadFile;                  ///< where to load them from
     bool help = false;
+
+    /// The chart goes somewhere else, and no window is shown.
+    bool isOutput() const { return !exportFile.empty() || needsWindow(); }
+    /// The output needs the window's device, and its size.
+    bool needsWindow() const { return copy || metafile || !printer.empty(); }
 };
 
 /// A command line that cannot be followed; `what()` says why.
@@ -33,6 +42,9 @@ class OptionsError : public std::runtime_error {
 public:
     using std::runtime_error::runtime_error;
 };
+
+/// The format that the end of a picture's name tells. @throws OptionsError
+CvornImageCodec::Format pictureFormatOf(std::string file);
 
 /// Reads the arguments after the program's name. @throws OptionsError
 Options parseOptions(int count, const char* const* arguments);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 // The explorer as its user has it: a process with arguments, an exit status, messages, windows and picture
 // files.
+#include "tests/support/canvas.h"
 #include "tests/support/temp_folder.h"
 #include "vorn/vorn.h"
 
@@ -188,6 +189,9 @@ TEST_F(ExplorerTest, SaysWhatIsWrongAndLeavesNothingBehind) {
         {quoted("good.csv") + picture + " --ramp rainbow", 2, "land, dusk"},
         {quoted("good.csv") + " --export", 2, "needs a value"},
         {quoted("good.csv") + " --wrong", 2, "--wrong"},
+        {quoted("good.csv") + " --print \"No such printer\"", 1, "there is no printer No such printer"},
+        {quoted("good.csv") + " --copy --metafile", 2, "--copy and --metafile"},
+        {quoted("good.csv") + " --size 10x10", 2, "--size goes with"},
         {"", 2, "which file"},
         {"--help", 0, "--export PICTURE"},
     };
@@ -217,6 +221,109 @@ TEST_F(ExplorerTest, ShowsAWindowUntilItIsClosed) {
     ::PostMessageA(window, WM_CLOSE, 0, 0);
     EXPECT_EQ(explorer.wait(), 0);
     EXPECT_EQ(explorer.output(), "");
+}
+
+/// The profile's settings of copies; those from before come back at the end.
+class CopySettings {
+public:
+    explicit CopySettings(const VORN_COPY_INFO& settings) {
+        ::RegCreateKeyExA(HKEY_CURRENT_USER, "Software\\Vorn\\explorer\\Copy", 0, nullptr, 0, KEY_ALL_ACCESS,
+                          nullptr, &m_key, nullptr);
+        DWORD size = sizeof m_before;
+        m_hadBefore = ::RegQueryValueExA(m_key, "Copy Info", nullptr, nullptr, m_before, &size) == 0;
+        set(&settings);
+    }
+    ~CopySettings() {
+        if (m_hadBefore)
+            set(m_before);
+        else
+            ::RegDeleteValueA(m_key, "Copy Info");
+        ::RegCloseKey(m_key);
+    }
+    CopySettings(const CopySettings&) = delete;
+    CopySettings& operator=(const CopySettings&) = delete;
+
+private:
+    void set(const void* record) {
+        ::RegSetValueExA(m_key, "Copy Info", 0, REG_BINARY, static_cast<const BYTE*>(record),
+                         sizeof(VORN_COPY_INFO));
+    }
+
+    HKEY m_key = nullptr;
+    BYTE m_before[sizeof(VORN_COPY_INFO)] = {};
+    bool m_hadBefore = false;
+};
+
+/// Draws what is on the clipboard in that format over the whole canvas. False when there is nothing.
+bool paste(const support::Canvas& canvas, UINT format) {
+    if (!::OpenClipboard(nullptr)) return false;
+    const HANDLE data = ::GetClipboardData(format);
+    const RECT whole = {0, 0, canvas.width(), canvas.height()};
+    if (data != nullptr && format == CF_ENHMETAFILE) {
+        ::PlayEnhMetaFile(canvas.dc(), static_cast<HENHMETAFILE>(data), &whole);
+    } else if (data != nullptr && format == CF_BITMAP) {
+        const HDC memory = ::CreateCompatibleDC(canvas.dc());
+        const HGDIOBJ old = ::SelectObject(memory, data);
+        ::BitBlt(canvas.dc(), 0, 0, whole.right, whole.bottom, memory, 0, 0, SRCCOPY);
+        ::SelectObject(memory, old);
+        ::DeleteDC(memory);
+    } else if (data != nullptr) {
+        const auto* info = static_cast<const BITMAPINFO*>(::GlobalLock(data));
+        const LONG width = info->bmiHeader.biWidth, height = info->bmiHeader.biHeight;
+        ::StretchDIBits(canvas.dc(), 0, 0, width, height, 0, 0, width, height,
+                        reinterpret_cast<const BYTE*>(info) + info->bmiHeader.biSize, info, DIB_RGB_COLORS,
+                        SRCCOPY);
+        ::GlobalUnlock(data);
+    }
+    ::CloseClipboard();
+    ::GdiFlush();
+    return data != nullptr;
+}
+
+TEST_F(ExplorerTest, CopiesWhatItExports) {
+    write("four fields.csv", fourFields());
+    const std::string chart = quoted("four fields.csv") + " --view top ";
+    constexpr int width = 301, height = 200;
+    ExplorerProcess exporting(chart + "--size 301x200 --export " + quoted("picture.png"));
+    ASSERT_EQ(exporting.wait(), 0) << exporting.output();
+    CvornImageCodec image;
+    ASSERT_TRUE(image.Load(m_folder.pathOf("picture.png").c_str()));
+    const support::Canvas exported(width, height);
+    image.Draw(exported.dc(), 0, 0, width, height);
+
+    VORN_COPY_INFO settings = {CF_BITMAP, 0, width, height, TRUE, FALSE};
+    VORN_COPY_INFO asMetafile = settings;
+    asMetafile.nFormat = CF_METAFILEPICT;
+    VORN_COPY_INFO otherSize = {CF_BITMAP, 1, 3, 3, TRUE, FALSE};
+    struct Case {
+        const VORN_COPY_INFO& settings;
+        const char* options;
+        UINT format;
+    };
+    for (const auto& [record, options, format] :
+         {Case{settings, "--copy", CF_DIB}, Case{otherSize, "--copy --size 301x200", CF_BITMAP},
+          Case{settings, "--metafile", CF_ENHMETAFILE}, Case{asMetafile, "--copy", CF_ENHMETAFILE}}) {
+        SCOPED_TRACE(options);
+        const CopySettings profile(record);
+        ExplorerProcess explorer(chart + options);
+        EXPECT_EQ(explorer.wait(), 0) << explorer.output();
+        const support::Canvas pasted(width, height);
+        ASSERT_TRUE(paste(pasted, format));
+        int different = 0;
+        for (int x = 0; x < width; ++x)
+            for (int y = 0; y < height; ++y)
+                different += pasted.at(x, y) != exported.at(x, y);
+        EXPECT_EQ(different, 0);
+    }
+    CWnd holder;
+    ASSERT_TRUE(holder.CreateEx(0, ::AfxRegisterWndClass(0), "", WS_POPUP, CRect(0, 0, 1, 1), nullptr, 0));
+    ASSERT_TRUE(::OpenClipboard(holder));
+    for (const char* options : {"--copy", "--metafile"}) {
+        ExplorerProcess refused(chart + options);
+        EXPECT_EQ(refused.wait(), 1);
+        EXPECT_NE(refused.output().find("the clipboard does not take"), std::string::npos);
+    }
+    ::CloseClipboard();
 }
 
 } // namespace

@@ -1,0 +1,25 @@
+// SPDX-License-Identifier: MIT
+#pragma once
+
+#include <afxwin.h>
+
+/// The commands of the explorer's context menu.
+enum ExplorerCommand : int {
+    ID_COPY = 100,
+    ID_COPY_METAFILE,
+    ID_COPY_SETUP,
+    ID_EXPORT,
+    ID_PRINT,
+    ID_VIEW_3D,
+    ID_VIEW_FRONT,
+    ID_VIEW_TOP,
+    ID_VIEW_SIDE,
+    ID_SHOW_GRIDS,
+    ID_SHOW_TIPS,
+    ID_SHOW_LABELS,
+    ID_SHOW_PLANES,
+    ID_SHOW_LIGHTING
+};
+
+/// Fills an empty menu object with the commands. False when the system refuses.
+bool createExplorerMenu(CMenu& menu);
