@@ -61,7 +61,7 @@ void AfxTrace(LPCTSTR lpszFormat, Args... args) {
 
 // ---- run-time classes
 
-/// Puts the class on its module's list for as long as the module is loaded, so that archives find it by name.
+/// Puts a class on the list in which archives look for names, for as long as its module is loaded.
 class VORNAFX_API AFX_CLASSINIT {
 public:
     explicit AFX_CLASSINIT(CRuntimeClass* pNewClass);
