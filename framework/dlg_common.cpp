@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "common_dialog_library.h"
 #include "dialog_detail.h"
 #include <afxdlgs.h>
 #include <algorithm>
@@ -35,9 +36,11 @@ UINT_PTR CALLBACK takeDialog(HWND window, UINT message, WPARAM wParam, LPARAM lP
 
 /// Runs a common dialog as the object's window. The system disables and enables the owner itself.
 template <typename Parameters>
-INT_PTR run(CDialog& dialog, Parameters& parameters, BOOL(WINAPI* function)(Parameters*)) {
+INT_PTR run(CDialog& dialog, Parameters& parameters, const char* function) {
+    auto* show = vornafx::commonDialogFunction<BOOL WINAPI(Parameters*)>(function);
+    if (show == nullptr) return IDCANCEL;
     CDialog* former = std::exchange(waitingDialog, &dialog);
-    const BOOL accepted = function(&parameters);
+    const BOOL accepted = show(&parameters);
     waitingDialog = former;
     return accepted ? IDOK : IDCANCEL;
 }
@@ -67,7 +70,7 @@ CFileDialog::CFileDialog(BOOL bOpenFileDialog, LPCTSTR lpszDefExt, LPCTSTR lpszF
 
 INT_PTR CFileDialog::DoModal() {
     m_ofn.hwndOwner = vornafx::modalOwner(m_pParentWnd);
-    return run(*this, m_ofn, m_bOpenFileDialog ? ::GetOpenFileNameA : ::GetSaveFileNameA);
+    return run(*this, m_ofn, m_bOpenFileDialog ? "GetOpenFileNameA" : "GetSaveFileNameA");
 }
 
 BOOL CFileDialog::OnNotify(WPARAM wParam, LPARAM lParam, LRESULT* pResult) {
@@ -164,7 +167,7 @@ CColorDialog::CColorDialog(COLORREF clrInit, DWORD dwFlags, CWnd* pParentWnd)
 
 INT_PTR CColorDialog::DoModal() {
     m_cc.hwndOwner = vornafx::modalOwner(m_pParentWnd);
-    return run(*this, m_cc, ::ChooseColorA);
+    return run(*this, m_cc, "ChooseColorA");
 }
 
 void CColorDialog::SetCurrentColor(COLORREF clr) {
@@ -194,12 +197,13 @@ CPrintDialog::CPrintDialog(BOOL bPrintSetupOnly, DWORD dwFlags, CWnd* pParentWnd
 
 INT_PTR CPrintDialog::DoModal() {
     m_pd.hwndOwner = vornafx::modalOwner(m_pParentWnd);
-    return run(*this, m_pd, ::PrintDlgA);
+    return run(*this, m_pd, "PrintDlgA");
 }
 
 BOOL CPrintDialog::GetDefaults() {
     m_pd.Flags |= PD_RETURNDEFAULT;
-    return ::PrintDlgA(&m_pd);
+    auto* printDialog = vornafx::commonDialogFunction<decltype(::PrintDlgA)>("PrintDlgA");
+    return printDialog != nullptr && printDialog(&m_pd);
 }
 
 LPDEVMODE CPrintDialog::GetDevMode() const {

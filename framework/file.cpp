@@ -2,6 +2,8 @@
 
 #include "afx.h"
 
+#include "common_dialog_library.h"
+
 #include <commdlg.h>
 
 #include <limits>
@@ -236,7 +238,10 @@ CString CFile::GetFileName() const {
 
 CString CFile::GetFileTitle() const {
     char title[MAX_PATH];
-    if (!m_strFileName.IsEmpty() && ::GetFileTitleA(m_strFileName, title, sizeof title) == 0) return title;
+    auto* getFileTitle = vornafx::commonDialogFunction<decltype(::GetFileTitleA)>("GetFileTitleA");
+    if (!m_strFileName.IsEmpty() && getFileTitle != nullptr &&
+        getFileTitle(m_strFileName, title, sizeof title) == 0)
+        return title;
     return GetFileName();
 }
 
