@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: MIT
 #include "explorer_view.h"
 
+#include <algorithm>
 #include <array>
+#include <cstdint>
+#include <stdexcept>
 #include <utility>
 
 namespace {
@@ -11,8 +14,32 @@ constexpr COLORREF background = RGB(250, 250, 248);
 /// Display lists 1000 to 1255 hold the font; glGenLists hands out low numbers.
 constexpr int fontLists = 1000;
 
-/// The longer side of a plane's picture, in pixels.
-constexpr float planePixels = 512;
+/// The planes that can have a picture, in the order of the options.
+constexpr std::array<DWORD, 3> planes = {PLANE_XY, PLANE_XZ, PLANE_YZ};
+
+std::array<CvornDIBTexture*, 3> imagesOf(CvornAxisSet& set) {
+    return {&set.m_imageXY, &set.m_imageXZ, &set.m_imageYZ};
+}
+
+/// Rows and columns of a picture from one end to the other and back.
+void mirror(CvornDIBTexture& image, bool rows) {
+    auto* pixels = reinterpret_cast<std::uint32_t*>(image.GetBitsPtr());
+    if (pixels == nullptr) return;
+    const int width = image.GetWidth(), height = image.GetHeight();
+    for (int y = 0; y < (rows ? height / 2 : height); ++y) {
+        std::uint32_t* row = pixels + static_cast<std::size_t>(y) * width;
+        if (rows)
+            std::swap_ranges(row, row + width, pixels + static_cast<std::size_t>(height - 1 - y) * width);
+        else
+            std::reverse(row, row + width);
+    }
+}
+
+/// The y axis runs towards the eye, so the pictures that lie along it would be seen in a mirror.
+void turnToTheEye(CvornAxisSet& set) {
+    mirror(set.m_imageXY, true);
+    mirror(set.m_imageYZ, false);
+}
 
 /// Degrees about the x axis, after a turn about the upright one.
 void setPreset(float (&preset)[3], float aboutX, float aboutZ) {
@@ -29,7 +56,7 @@ END_MESSAGE_MAP()
 
 CExplorerView::CExplorerView(examples::Grid grid, const Options& options)
     : m_grid(std::move(grid)), m_ramp(*examples::ColourRamp::named(options.ramp)),
-      m_axes(m_grid, options.titles), m_planeFiles(options.planeFiles) {
+      m_axes(m_grid, options.titles), m_hasPlanes(loadPlanes(options.planeFiles)) {
     for (DWORD bits : options.hidden)
         m_axes.toggle(bits);
     m_clrBackground = background;
@@ -87,19 +114,42 @@ bool CExplorerView::drawPicture(CvornDIBSurface& picture) {
     return drawTo(*picture.GetDC(), CRect(0, 0, picture.GetWidth(), picture.GetHeight()));
 }
 
-void CExplorerView::OnUpdateTextureInfo() {
+/// Opens the pictures for the planes. False when there are none. @throws std::runtime_error
+bool CExplorerView::loadPlanes(const std::array<std::string, 3>& files) {
     CClientDC screen(nullptr);
-    CvornAxisSet& set = m_axes.set();
-    const std::array<CvornDIBTexture*, 3> images = {&set.m_imageXY, &set.m_imageXZ, &set.m_imageYZ};
-    constexpr std::array<DWORD, 3> planes = {PLANE_XY, PLANE_XZ, PLANE_YZ};
-    for (std::size_t i = 0; i < images.size(); ++i) {
-        if (m_planeFiles[i].empty()) continue;
-        // A new context has none of the old one's textures: made anew, the picture is sent again.
+    bool any = false;
+    for (std::size_t i = 0; i < files.size(); ++i) {
+        if (files[i].empty()) continue;
         CRect size;
-        set.GetGridImageRect(size, planes[i], planePixels);
-        images[i]->LoadX(&screen, m_planeFiles[i].c_str(), size, CvornColour(background, 1),
-                         CvornDIBTexture::TRANSLATE_BY_BOTH);
+        m_axes.set().GetGridImageRect(size, planes[i], m_planePixels);
+        if (!imagesOf(m_axes.set())[i]->LoadX(&screen, files[i].c_str(), size, CvornColour(background, 1),
+                                              CvornDIBTexture::TRANSLATE_BY_BOTH))
+            throw std::runtime_error(files[i] + ": cannot be loaded as a picture");
+        any = true;
+    }
+    m_axes.set().ResizeImages(&screen, m_planePixels); // they have that size, and are valid now
+    turnToTheEye(m_axes.set());
+    return any;
+}
+
+// A picture on a plane is as large as the view asks for, in steps, so that most new sizes need no new
+// picture.
+void CExplorerView::OnSetViewportSize(int) {
+    float pixels = 256;
+    while (pixels < std::max(m_rcView.Width(), m_rcView.Height()) && pixels < 1024)
+        pixels *= 2;
+    if (!m_hasPlanes || pixels == m_planePixels) return;
+    m_planePixels = pixels;
+    m_axes.set().InvalidateImages();
+    SetUpdate(UPD_BUILD, FALSE, FALSE);
+}
+
+void CExplorerView::OnUpdateTextureInfo() {
+    const auto images = imagesOf(m_axes.set());
+    for (std::size_t i = 0; i < images.size(); ++i) {
+        if (!images[i]->IsValid()) continue;
         images[i]->SetTextureName(m_auTextures[i]);
+        images[i]->ScaleAndBind();
     }
 }
 
@@ -110,6 +160,11 @@ void CExplorerView::OnUpdateTextMetrics(CDC*, int) {
 
 void CExplorerView::OnBuild() {
     m_surface.build({m_grid, m_ramp, m_axes.extents()});
+    if (!m_axes.set().IsImageSizesValid()) {
+        CClientDC screen(nullptr);
+        m_axes.set().ResizeImages(&screen, m_planePixels);
+        turnToTheEye(m_axes.set());
+    }
     m_axes.build(m_fLineWidth);
 }
 

@@ -33,6 +33,7 @@ public:
     void loadCopySettings();
 
 protected:
+    void OnSetViewportSize(int bRedraw) override;
     void OnUpdateTextureInfo() override;
     void OnUpdateTextMetrics(CDC* pDC, int bPrint) override;
     void OnBuild() override;
@@ -48,12 +49,14 @@ private:
     bool onSwitchKey(UINT nChar);
     void onCommand(int command);
     void setUpCopies();
+    bool loadPlanes(const std::array<std::string, 3>& files);
 
     examples::Grid m_grid;
     examples::ColourRamp m_ramp;
     Surface m_surface;
     ChartAxes m_axes;
-    std::array<std::string, 3> m_planeFiles; ///< pictures on the planes xy, xz and yz
+    float m_planePixels = 512; ///< the longer side of a plane's picture
+    bool m_hasPlanes;          ///< pictures on them
     CvornCopyInfo m_copyInfo;
     bool m_drawn = false; ///< by the last paint cycle
 };

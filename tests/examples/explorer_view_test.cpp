@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "explorer/explorer_view.h"
 
+#include "tests/support/temp_folder.h"
+
 #include <algorithm>
 #include <cmath>
 #include <gtest/gtest.h>
@@ -33,6 +35,7 @@ Options optionsOf(const char* ramp) {
 class View : public CExplorerView {
 public:
     explicit View(Grid grid) : CExplorerView(std::move(grid), optionsOf("land")) {}
+    View(Grid grid, const Options& options) : CExplorerView(std::move(grid), options) {}
 
     CvornMatrix& rotation() { return *m_userRot.GetMatrix(); }
     void press(UINT key) { OnKeyDown(key, 1, 0); }
@@ -146,6 +149,47 @@ TEST(ExplorerView, StrangeDataDrawsWithLabels) {
                   c.fewest);
         EXPECT_LT(labels.size(), 60U);
         expectLabelsApart(labels, 800, 600);
+    }
+}
+
+TEST(ExplorerView, PicturesOnThePlanesFaceTheEye) {
+    // A flat chart with nothing of the surface in the way: only holes. The picture's upper left quarter is
+    // red.
+    support::TempFolder folder;
+    std::vector<BYTE> bits(std::size_t{64} * 64 * 3, 255);
+    for (int y = 32; y < 64; ++y) {
+        for (int x = 0; x < 32; ++x)
+            bits[(y * 64 + x) * 3] = bits[(y * 64 + x) * 3 + 1] = 0;
+    }
+    const std::string file = folder.pathOf("plane.png");
+    ASSERT_TRUE(
+        CvornImageCodec::SaveBits(file.c_str(), CvornImageCodec::FORMAT_PNG, bits.data(), 64, 64, 24));
+    Grid grid;
+    grid.rows = grid.columns = 5;
+    grid.values.assign(25, std::numeric_limits<double>::quiet_NaN());
+    for (auto [viewPoint, plane] :
+         {std::pair{ViewPoint::top, 0}, {ViewPoint::front, 1}, {ViewPoint::side, 2}}) {
+        Options options = optionsOf("land");
+        options.planeFiles[plane] = file;
+        options.hidden = {AXES_GRIDS, ChartAxes::SHOW_LABELS};
+        for (auto [width, height] : {std::pair{300, 300}, {700, 700}}) {
+            View view(grid, options);
+            view.lookFrom(viewPoint);
+            const std::vector<BYTE> picture = view.picture(width, height);
+            double redX = 0, redY = 0, redCount = 0;
+            for (int y = 0; y < height; ++y) {
+                for (int x = 0; x < width; ++x) {
+                    const BYTE* pixel = &picture[(static_cast<std::size_t>(y) * width + x) * 3];
+                    if (pixel[2] - pixel[0] < 60) continue;
+                    redX += x;
+                    redY += y;
+                    ++redCount;
+                }
+            }
+            ASSERT_GT(redCount, width * height / 200.0) << plane;
+            EXPECT_LT(redX / redCount, width / 2.0) << plane << ", " << width;
+            EXPECT_GT(redY / redCount, height / 2.0) << plane << ", " << width;
+        }
     }
 }
 
