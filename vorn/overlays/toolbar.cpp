@@ -79,19 +79,20 @@ void CvornToolBar::oglOutputBar(CvornOGLMapping& map, int h, float depth) const 
     CvornColour edge = m_colBar;
     edge.Change(0.15F);
 
+    const detail::WindowPen pen(map, bar.left, bar.bottom, depth);
     ::glBegin(GL_QUADS);
     flat.glColor();
     detail::normalOfOverlay();
-    detail::quadAt(map, {bar.left, bar.bottom, bar.right, middle}, depth);
+    pen.quad({bar.left, bar.bottom, bar.right, middle}, depth);
     flat.Change(0.02F);
     flat.glColor();
     detail::normalOfOverlay();
-    detail::vertexAt(map, bar.left, middle, depth);
+    pen.vertex(bar.left, middle, depth);
     edge.glColor();
-    detail::vertexAt(map, bar.left, bar.top, depth);
-    detail::vertexAt(map, bar.right, bar.top, depth);
+    pen.vertex(bar.left, bar.top, depth);
+    pen.vertex(bar.right, bar.top, depth);
     flat.glColor();
-    detail::vertexAt(map, bar.right, middle, depth);
+    pen.vertex(bar.right, middle, depth);
     ::glEnd();
 }
 

@@ -61,9 +61,9 @@ void CvornToolBarButton::oglOutput(CvornOGLMapping* map, int h, float z, float, 
         frame.Darker(0.05F);
         CvornColour back = m_colBack;
         back.Lighter(0.04F);
+        detail::normalOfOverlay();
         ::glBegin(GL_LINE_LOOP);
         frame.glColor();
-        detail::normalOfOverlay();
         pen.loop(box, z);
         ::glEnd();
         ::glBegin(GL_QUADS);
@@ -79,10 +79,11 @@ void CvornToolBarButton::oglOutputShape(CvornOGLMapping* map, CRect& rc, float z
     if (!m_strText.IsEmpty()) return;
     const detail::WindowBox box = {static_cast<double>(rc.left), static_cast<double>(rc.bottom),
                                    static_cast<double>(rc.right), static_cast<double>(rc.top)};
+    const detail::WindowPen pen(*map, box.left, box.bottom, z);
     ::glBegin(GL_QUADS);
     m_colShape.glColor();
     detail::normalOfOverlay();
-    detail::quadAt(*map, box, z);
+    pen.quad(box, z);
     ::glEnd();
 }
 
