@@ -58,6 +58,7 @@ TEST(Grid, ReadsTablesAsOtherProgramsWriteThem) {
         // Labels.
         {"a,b\n1,2", "1 2", "a|b|"},
         {"a\n1\n2", "1 / 2", "a|"},
+        {"t;s,x\n1,2", "1 2", "t;s|x|"},
         {"\"a,\"\"x\"\"\";\"b\r\nc\"\n1;2\n", "1 2", "a,\"x\"|b\r\nc|"},
         {"north,1,2\nsouth,3,4", "1 2 / 3 4", "", "north|south|"},
         {"name,a,b\nnorth,1,2", "1 2", "a|b|", "north|"},
@@ -103,7 +104,7 @@ TEST(Grid, NamesThePlaceOfAFault) {
         {"1,2\r\n3,x\r\n5\r\n", 2, 2, "\"x\" stands where a number belongs"},
         {"1,y\n3,4\n", 1, 2, "\"y\""},
         {"1,2\nz,4\nv,w\n", 2, 1, "\"z\""},
-        {"a,b\n1,2\n\"p\nq\",3\nr,4\n", 3, 1, "\"p?q\""},
+        {"a,\"b\nc\"\n1,2\n\"p\nq\",3\nr,4\n", 4, 1, "\"p?q\""},
         {"1;2\n3;4,5\n", 2, 2, "\"4,5\""},
         {"1,1e999\n", 1, 2, "\"1e999\""},
         {"1,-inf\n", 1, 2, "\"-inf\""},

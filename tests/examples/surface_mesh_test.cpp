@@ -125,6 +125,7 @@ TEST(SurfaceMesh, DegenerateGridsAreDrawnAsFarAsTheyGo) {
         }
     }
     EXPECT_EQ(meshOf(2, 2, {5, 5, 5, 5}).vertices[0].position[2], 0);
+    EXPECT_EQ(meshOf(2, 2, {-huge, huge, 0, huge}).vertices[2].position[2], 0);
 }
 
 /// CIE lightness, 0 to 100, of an sRGB colour.
