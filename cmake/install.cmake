@@ -16,4 +16,5 @@ configure_package_config_file(cmake/vorn-config.cmake.in vorn-config.cmake
                               PATH_VARS CMAKE_INSTALL_BINDIR)
 write_basic_package_version_file(vorn-config-version.cmake COMPATIBILITY SameMinorVersion)
 install(FILES ${CMAKE_CURRENT_BINARY_DIR}/vorn-config.cmake ${CMAKE_CURRENT_BINARY_DIR}/vorn-config-version.cmake
+              cmake/mingw-w64.cmake
         DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/vorn)
