@@ -157,39 +157,6 @@ TEST(Archive, WorksWithEveryBufferSize) {
     }
 }
 
-TEST(Archive, FlushPutsTheFileWhereReadingIs) {
-    Bytes bytes = {'0', '1', '2', '3', '4', '5'};
-    CMemFile file(bytes.data(), static_cast<UINT>(bytes.size()));
-    CArchive ar(&file, CArchive::load);
-    read<WORD>(ar);
-    EXPECT_EQ(file.GetPosition(), 6u) << "read ahead";
-    ar.Flush();
-    EXPECT_EQ(file.GetPosition(), 2u);
-    BYTE direct = 0;
-    file.Read(&direct, 1);
-    EXPECT_EQ(direct, '2');
-    EXPECT_EQ(read<char>(ar), '3');
-    ar.Close();
-    EXPECT_EQ(file.GetPosition(), 4u);
-    EXPECT_EQ(causeOf<CArchiveException>([&] { read<BYTE>(ar); }), CArchiveException::genericException);
-}
-
-TEST(Archive, ReadsLines) {
-    const auto write = [](CArchive& ar) { ar.WriteString("one\r\ntwo\n\rfour\r\nlast"); };
-    loaded(stored(write), [](CArchive& ar) {
-        std::string lines;
-        for (CString line; ar.ReadString(line);)
-            lines += text(line) + "|";
-        EXPECT_EQ(lines, "one|two||four|last|");
-    });
-    loaded(stored(write), [](CArchive& ar) {
-        char buffer[5] = "####";
-        EXPECT_STREQ(ar.ReadString(buffer, 2), "on");
-        EXPECT_EQ(buffer[3], '#');
-        EXPECT_STREQ(ar.ReadString(buffer, 4), "e");
-    });
-}
-
 TEST(Archive, RefusesTheWrongDirection) {
     EXPECT_EQ(causeOf<CArchiveException>([] { stored([](CArchive& ar) { read<int>(ar); }); }),
               CArchiveException::writeOnly);
@@ -236,35 +203,29 @@ TEST(Archive, BelievesNoLength) {
 }
 
 TEST(Archive, StoresCollections) {
-    CArray<double> array;
-    CList<CString, LPCTSTR> list;
+    CArray<double> array, readArray;
+    CList<CString, LPCTSTR> list, readList;
     for (int i = 0; i < 3000; ++i)
         array.SetAtGrow(i, i * 0.5);
     list.AddTail("b");
     list.AddHead("a");
-    list.InsertAfter(list.Find("b"), "d");
-    list.InsertBefore(list.Find("d"), "c");
+    list.InsertAfter(list.Find("b"), "c");
     list.RemoveAt(list.FindIndex(1));
     const Bytes bytes = stored([&](CArchive& ar) {
         array.Serialize(ar);
         list.Serialize(ar);
     });
-    loaded(bytes, [](CArchive& ar) {
-        CArray<double> readArray;
-        CList<CString, LPCTSTR> readList;
+    loaded(bytes, [&](CArchive& ar) {
         readArray.Serialize(ar);
         readList.Serialize(ar);
-        ASSERT_EQ(readArray.GetSize(), 3000);
-        EXPECT_EQ(readArray[2999], 1499.5);
-        EXPECT_TRUE(throws<CInvalidArgException>([&] { readArray.GetAt(3000); }));
-        EXPECT_TRUE(throws<CInvalidArgException>([&] { readArray.RemoveAt(2999, 2); }));
-        std::string letters;
-        for (POSITION at = readList.GetTailPosition(); at != nullptr;)
-            letters += text(readList.GetPrev(at));
-        EXPECT_EQ(letters, "dca");
-        readList.RemoveAll();
-        EXPECT_TRUE(throws<CInvalidArgException>([&] { readList.RemoveHead(); }));
     });
+    ASSERT_EQ(readArray.GetSize(), 3000);
+    EXPECT_EQ(readArray[2999], 1499.5);
+    EXPECT_TRUE(throws<CInvalidArgException>([&] { readArray.GetAt(3000); }));
+    std::string letters;
+    for (POSITION at = readList.GetTailPosition(); at != nullptr;)
+        letters += text(readList.GetPrev(at));
+    EXPECT_EQ(letters, "ca");
 }
 
 /// Two links that point at each other, a null, and both again.
@@ -367,30 +328,6 @@ TEST(Archive, TellsAnObjectTheVersionItWasStoredWith) {
     }
 }
 
-TEST(Archive, CountsManyObjectsInWiderTags) {
-    // The first object has the number 2; from 0x7FFF on a number takes 32 bits.
-    const size_t count = 0x8000, known[] = {0x7FFE - 2, 0x7FFF - 2, count - 1};
-    const Bytes bytes = stored([&](CArchive& ar) {
-        std::vector<std::unique_ptr<Link>> links(count);
-        for (auto& link : links)
-            ar << (link = std::make_unique<Link>()).get();
-        for (const size_t index : known)
-            ar << links[index].get();
-        ar << std::make_unique<Versioned>().get() << std::make_unique<Versioned>().get();
-    });
-    loaded(bytes, [&](CArchive& ar) {
-        std::vector<Link*> links(count);
-        for (Link*& link : links)
-            link = read<Link*>(ar);
-        for (const size_t index : known)
-            EXPECT_EQ(read<Link*>(ar), links[index]) << index;
-        const std::unique_ptr<Versioned> first(read<Versioned*>(ar)), second(read<Versioned*>(ar));
-        EXPECT_TRUE(first != nullptr && second != nullptr && first != second);
-    });
-    EXPECT_EQ(Link::s_living.size(), count);
-    Link::deleteAll();
-}
-
 TEST(ArchiveStream, IsAStreamForOle) {
     Bytes bytes(10000);
     for (size_t i = 0; i < bytes.size(); ++i)
@@ -403,7 +340,6 @@ TEST(ArchiveStream, IsAStreamForOle) {
     STATSTG stat{};
     EXPECT_EQ(asStream->Stat(&stat, STATFLAG_NONAME), S_OK);
     EXPECT_EQ(stat.cbSize.QuadPart, 10000u);
-
     BYTE read[4] = {};
     ULONG count = 0;
     ULARGE_INTEGER position{};
@@ -417,15 +353,13 @@ TEST(ArchiveStream, IsAStreamForOle) {
     EXPECT_EQ(asStream->Write(read, 1, &count), STG_E_WRITEFAULT);
     EXPECT_EQ(asStream->Seek({.QuadPart = 5}, STREAM_SEEK_SET, nullptr), S_OK);
 
-    CMemFile copy;
-    CArchive copyArchive(&copy, CArchive::store);
-    CArchiveStream copyStream(&copyArchive);
-    ULARGE_INTEGER copied{}, written{};
-    EXPECT_EQ(asStream->CopyTo(&copyStream, {.QuadPart = ~0ull}, &copied, &written), S_OK);
-    EXPECT_EQ(copied.QuadPart, 9995u);
-    EXPECT_EQ(written.QuadPart, 9995u);
-    EXPECT_EQ(copyStream.Commit(STGC_DEFAULT), S_OK);
-    EXPECT_EQ(copy.GetLength(), 9995u);
+    const Bytes copy = stored([&](CArchive& to) {
+        CArchiveStream copyStream(&to);
+        ULARGE_INTEGER copied{}, written{};
+        EXPECT_EQ(asStream->CopyTo(&copyStream, {.QuadPart = ~0ull}, &copied, &written), S_OK);
+        EXPECT_TRUE(copied.QuadPart == 9995 && written.QuadPart == 9995);
+    });
+    EXPECT_TRUE(std::equal(copy.begin(), copy.end(), bytes.begin() + 5, bytes.end()));
 }
 
 } // namespace

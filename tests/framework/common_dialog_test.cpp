@@ -98,12 +98,11 @@ TEST(PrintDialog, ReadsTheChosenPrinter) {
     EXPECT_STREQ(dialog.GetDeviceName(), "");
     EXPECT_EQ(dialog.CreatePrinterDC(), nullptr);
     struct Chosen {
-        DEVNAMES offsets;
-        char names[24];
-    };
-    dialog.m_pd.hDevNames = ::GlobalAlloc(GMEM_MOVEABLE, sizeof(Chosen));
-    *static_cast<Chosen*>(::GlobalLock(dialog.m_pd.hDevNames)) = {{8, 16, 24, 0}, "driver\0\0printer\0port"};
-    ::GlobalUnlock(dialog.m_pd.hDevNames);
+        DEVNAMES offsets = {8, 16, 24, 0};
+        char names[24] = "driver\0\0printer\0port";
+    } chosen;
+    dialog.m_pd.hDevNames = ::GlobalAlloc(GMEM_FIXED, sizeof chosen);
+    memcpy(dialog.m_pd.hDevNames, &chosen, sizeof chosen);
     EXPECT_STREQ(dialog.GetDriverName(), "driver");
     EXPECT_STREQ(dialog.GetDeviceName(), "printer");
     EXPECT_STREQ(dialog.GetPortName(), "port");

@@ -18,11 +18,9 @@ TEST(String, IsBuiltFromEverySource) {
         {CString("narrow"), "narrow"},
         {CString(L"wide \x00E9"), "wide \xE9"},
         {CString(L"wide cut", 4), "wide"},
-        {CString(reinterpret_cast<const unsigned char*>("bytes")), "bytes"},
         {CString("nu\0ll", 5), string("nu\0ll", 5)},
         {CString("negative", -3), ""},
         {CString('x', 3), "xxx"},
-        {CString('x', 0), ""},
         {CString("one ") + "two" + ' ' + CString("three"), "one two three"},
         {"1" + CString("2") + CString("3\0", 2) + '4', string("123\0004", 5)},
     };
@@ -52,11 +50,6 @@ TEST(String, CopiesAreIndependentAndMovesLeaveAnEmptyString) {
     CString digits("0123456789");
     digits.Insert(2, digits.GetString() + 5);
     EXPECT_EQ(text(digits), "015678923456789");
-    CString empty;
-    empty = "";
-    empty.Empty();
-    empty.ReleaseBuffer();
-    EXPECT_TRUE(CString().IsEmpty());
 }
 
 TEST(String, TakesPartsWithinItsBounds) {
@@ -71,16 +64,12 @@ TEST(String, TakesPartsWithinItsBounds) {
         {s.Mid(4, INT_MAX), "ef"},
         {s.Mid(9, 1), ""},
         {s.Mid(1, -1), ""},
-        {s.Left(2), "ab"},
         {s.Left(99), "abcdef"},
         {s.Left(-1), ""},
-        {s.Right(2), "ef"},
         {s.Right(99), "abcdef"},
         {s.Right(-1), ""},
         {s.SpanIncluding("ba"), "ab"},
-        {s.SpanIncluding("x"), ""},
         {s.SpanExcluding("dc"), "ab"},
-        {s.SpanExcluding("x"), "abcdef"},
     };
     for (const auto& [part, expected] : cases)
         EXPECT_EQ(text(part), expected);
@@ -92,7 +81,6 @@ TEST(String, FindsAndCompares) {
     EXPECT_EQ(s.Find('o', 1), 6);
     EXPECT_EQ(s.Find("one", 1), 8);
     EXPECT_EQ(s.Find("one", 99), -1);
-    EXPECT_EQ(s.Find("x"), -1);
     EXPECT_EQ(s.Find('o', -1), -1);
     EXPECT_EQ(s.ReverseFind('o'), 8);
     EXPECT_EQ(s.FindOneOf("wt"), 4);
@@ -103,7 +91,7 @@ TEST(String, FindsAndCompares) {
     EXPECT_EQ(CString("\xC9t\xC9").CompareNoCase("\xE9t\xE9"), 0);
     EXPECT_LT(a.Collate(b), 0) << "a locale sorts letters before case";
     EXPECT_TRUE(high > a && a < high && a <= high && !(a >= high)) << "characters count as unsigned";
-    EXPECT_TRUE(a == "apple" && "apple" == a && a != b && a != "Apple" && "Apple" != a);
+    EXPECT_TRUE(a == "apple" && a != b && "Apple" != a);
     EXPECT_TRUE(CString("a\0b", 3) != CString("a\0c", 3) && CString("a\0b", 3) != "a") << "nulls end nothing";
 }
 
@@ -115,33 +103,16 @@ TEST(String, ChangesInPlace) {
     };
     EXPECT_EQ(changed("aBc\xE9", [](CString& s) { s.MakeUpper(); }), "ABC\xC9");
     EXPECT_EQ(changed("AbC", [](CString& s) { s.MakeLower(); }), "abc");
-    EXPECT_EQ(changed("abc", [](CString& s) { s.MakeReverse(); }), "cba");
     EXPECT_EQ(changed(" \t x y \r\n", [](CString& s) { s.Trim(); }), "x y");
-    EXPECT_EQ(changed("  x ", [](CString& s) { s.TrimLeft(); }), "x ");
-    EXPECT_EQ(changed("  x ", [](CString& s) { s.TrimRight(); }), "  x");
-    EXPECT_EQ(changed("   ", [](CString& s) { s.Trim(); }), "");
     EXPECT_EQ(changed("--x-", [](CString& s) { s.TrimLeft('-').TrimRight("-+"); }), "x");
     EXPECT_EQ(changed("a.b.c", [](CString& s) { EXPECT_EQ(s.Replace('.', '/'), 2); }), "a/b/c");
     EXPECT_EQ(changed("aaa", [](CString& s) { EXPECT_EQ(s.Replace("aa", "b"), 1); }), "ba");
     EXPECT_EQ(changed("xyx", [](CString& s) { EXPECT_EQ(s.Replace("x", "long"), 2); }), "longylong");
-    EXPECT_EQ(changed("xyx", [](CString& s) { EXPECT_EQ(s.Replace("x", nullptr), 2); }), "y");
     EXPECT_EQ(changed("x", [](CString& s) { EXPECT_EQ(s.Replace("", "y"), 0); }), "x");
     EXPECT_EQ(changed("banana", [](CString& s) { EXPECT_EQ(s.Remove('a'), 3); }), "bnn");
     EXPECT_EQ(changed("ad", [](CString& s) { EXPECT_EQ(s.Insert(1, "bc"), 4); }), "abcd");
     EXPECT_EQ(changed("ab", [](CString& s) { EXPECT_EQ(s.Insert(99, 'c'), 3); }), "abc");
-    EXPECT_EQ(changed("abcd", [](CString& s) { EXPECT_EQ(s.Delete(1, 2), 2); }), "ad");
     EXPECT_EQ(changed("abcd", [](CString& s) { EXPECT_EQ(s.Delete(2, INT_MAX), 2); }), "ab");
-}
-
-TEST(String, SplitsIntoTokens) {
-    const CString s(";;a;bc,;d");
-    string pieces;
-    int at = 0;
-    for (CString piece = s.Tokenize(";,", at); at != -1; piece = s.Tokenize(";,", at))
-        pieces += "[" + text(piece) + "]";
-    EXPECT_EQ(pieces, "[a][bc][d]");
-    EXPECT_EQ(text(s.Tokenize(";", at)), "");
-    EXPECT_EQ(at, -1);
 }
 
 TEST(String, FormatsNumbersStringsAndItself) {
