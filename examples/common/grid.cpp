@@ -3,13 +3,10 @@
 
 #include "cells.h"
 #include "headers.h"
+#include "text_file.h"
 
 #include <algorithm>
-#include <cerrno>
-#include <cstdio>
-#include <cstring>
 #include <limits>
-#include <memory>
 #include <utility>
 
 namespace examples {
@@ -18,7 +15,6 @@ namespace {
 
 constexpr double hole = std::numeric_limits<double>::quiet_NaN();
 constexpr int maxCells = Grid::maxSide + 1; // a header row or column comes on top
-constexpr long maxBytes = 256L << 20;
 
 std::string located(const std::string& file, int line, int column, const std::string& reason) {
     std::string place = file;
@@ -188,10 +184,6 @@ Grid GridParser::withoutHeaders(const Headers& headers) {
     return grid;
 }
 
-struct FileCloser {
-    void operator()(std::FILE* file) const { std::fclose(file); }
-};
-
 } // namespace
 
 GridError::GridError(const std::string& file, int line, int column, const std::string& reason)
@@ -205,17 +197,7 @@ Grid parseGrid(std::string_view text, const std::string& file) {
 }
 
 Grid readGrid(const std::string& file) {
-    auto fail = [&file](const std::string& reason) -> GridError { return {file, 0, 0, reason}; };
-    std::unique_ptr<std::FILE, FileCloser> stream(std::fopen(file.c_str(), "rb"));
-    if (!stream) throw fail(std::string("cannot be opened: ") + std::strerror(errno));
-    std::fseek(stream.get(), 0, SEEK_END);
-    long size = std::ftell(stream.get());
-    if (size < 0 || size > maxBytes) throw fail("cannot be read, or is larger than 256 MB");
-    std::rewind(stream.get());
-    auto bytes = std::make_unique_for_overwrite<char[]>(size);
-    if (std::fread(bytes.get(), 1, size, stream.get()) != static_cast<std::size_t>(size))
-        throw fail(std::string("cannot be read: ") + std::strerror(errno));
-    return parseGrid({bytes.get(), static_cast<std::size_t>(size)}, file);
+    return parseGrid(readTextFile(file), file);
 }
 
 } // namespace examples

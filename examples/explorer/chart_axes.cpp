@@ -17,7 +17,6 @@ constexpr float ballRadius = 0.60f;
 constexpr float tipLength = 0.04f;
 constexpr int wantedTicks = 5;
 constexpr int axisList = 900;
-constexpr COLORREF ink = RGB(60, 62, 70);
 
 // Numbers of even steps, such as years or metres; false for any other labels.
 bool readScale(const std::vector<std::string>& labels, double& first, double& last) {
@@ -109,7 +108,7 @@ ChartAxes::ChartAxes(const Grid& grid, Titles titles)
     for (std::size_t i = 0; i < titles.size(); ++i) {
         if (!titles[i].empty()) m_scales[i].title = std::move(titles[i]);
     }
-    const CvornColour dark(ink, 1);
+    const CvornColour dark(examples::AxisLabels::ink, 1);
     m_set.m_clrAxis = dark;
     m_set.m_clrGrid = CvornColour(RGB(176, 178, 186), 1);
     m_set.m_clrMinorGrid = CvornColour(RGB(226, 227, 232), 1);
@@ -188,144 +187,21 @@ void ChartAxes::draw() const {
     ::glPopAttrib();
 }
 
-void ChartAxes::makeFont(CDC& dc, int pictureHeight, int listBase) {
-    CFont font;
-    font.CreateFont(-std::clamp(pictureHeight / 46, 10, 200), 0, 0, 0, FW_NORMAL, 0, 0, 0, ANSI_CHARSET,
-                    OUT_TT_PRECIS, CLIP_DEFAULT_PRECIS, ANTIALIASED_QUALITY, VARIABLE_PITCH | FF_SWISS,
-                    "Arial");
-    CFont* old = dc.SelectObject(&font);
-    dc.GetTextMetrics(&m_metrics);
-    ::GetCharWidth32A(dc.m_hDC, 0, 255, m_advance.data());
-    ::vornUseFontBitmaps(dc.m_hDC, listBase);
-    dc.SelectObject(old);
-}
-
-SIZE ChartAxes::measure(const std::string& text) const {
-    SIZE size = {0, m_metrics.tmHeight};
-    for (unsigned char character : text)
-        size.cx += m_advance[character];
-    return size;
-}
-
-const CvornAxis& ChartAxes::axis(std::size_t which) const {
-    return which == 0 ? m_set.m_axisX : which == 1 ? m_set.m_axisY : m_set.m_axisZ;
-}
-
-ChartAxes::Edge ChartAxes::edgeOf(CvornOGLMapping& mapping, std::size_t which) {
-    const auto project = [&](const float* base, const float* offset, double& x, double& y) {
-        mapping.gluProject(static_cast<double>(base[0] + offset[0]), static_cast<double>(base[1] + offset[1]),
-                           static_cast<double>(base[2] + offset[2]));
-        x = mapping.GetPosXf();
-        y = mapping.GetPosYf();
-    };
-    float begin[3], end[3];
-    axis(which).vornVectorPos(begin, 0);
-    axis(which).vornVectorPos(end, 1);
-    mapping.gluProject(0.0, 0.0, 0.0);
-    const double centreX = mapping.GetPosXf(), centreY = mapping.GetPosYf();
-
-    const std::size_t first = which == 0 ? 1 : 0, second = which == 2 ? 1 : 2;
-    Edge best;
-    double farthest = -1;
-    // The numbers of x and y stay on the floor; those of z may stand at any of the four corners.
-    for (int corner = 0; corner < (which == 2 ? 4 : 2); ++corner) {
-        Edge edge;
-        for (std::size_t i = 0; i < 3; ++i) {
-            const bool away = (i == first && (corner & 1) != 0) || (i == second && (corner & 2) != 0);
-            if (!away) continue;
-            const float along = axis(i).GetNormalLength() - tipLength;
-            for (std::size_t k = 0; k < 3; ++k)
-                edge.offset[k] += along * axis(i).m_afDirection[k];
-        }
-        double x0, y0, x1, y1;
-        project(begin, edge.offset, x0, y0);
-        project(end, edge.offset, x1, y1);
-        const double length = std::hypot(x1 - x0, y1 - y0);
-        edge.visible = length > 2.5 * m_metrics.tmHeight;
-        if (!edge.visible) continue;
-        // Across the edge, away from the centre. Of equals the left one, for z, and the lower.
-        edge.outX = (y1 - y0) / length;
-        edge.outY = -(x1 - x0) / length;
-        const double across = edge.outX * ((x0 + x1) / 2 - centreX) + edge.outY * ((y0 + y1) / 2 - centreY);
-        if (across < 0) {
-            edge.outX = -edge.outX;
-            edge.outY = -edge.outY;
-        }
-        const double distance = std::abs(across) - (which == 2 ? edge.outX : edge.outY) * m_metrics.tmHeight;
-        if (distance <= farthest) continue;
-        farthest = distance;
-        best = edge;
-    }
-    return best;
-}
-
-void ChartAxes::addText(CvornOGLMapping& mapping, const Edge& edge, float position, std::size_t which,
-                        const std::string& text, int priority, double distance) {
-    if (text.empty()) return;
-    float point[3];
-    axis(which).vornVectorPos(point, position);
-    mapping.gluProject(static_cast<double>(point[0] + edge.offset[0]),
-                       static_cast<double>(point[1] + edge.offset[1]),
-                       static_cast<double>(point[2] + edge.offset[2]));
-    const SIZE size = measure(text);
-    examples::PlacedLabel label;
-    label.x = mapping.GetPosXf();
-    label.y = mapping.GetPosYf();
-    label.outX = edge.outX;
-    label.outY = edge.outY;
-    label.distance = distance;
-    label.width = size.cx;
-    label.height = size.cy;
-    label.priority = priority;
-    m_placed.push_back(label);
-    m_texts.push_back(text);
-}
-
 void ChartAxes::addLabels(CvornOGLMapping& mapping, std::size_t which, int priority) {
-    const Scale& scale = m_scales[which];
-    const Edge edge = edgeOf(mapping, which);
-    if (!edge.visible) return;
-    // The title stands outside the numbers, as far as the widest of them needs; the ends matter most of
-    // these, then every second tick, then the rest.
-    double widest = 0;
-    const int last = scale.ticks() - 1;
-    for (int tick = 0; tick <= last; ++tick) {
-        const std::string text = scale.textAt(tick);
-        const SIZE size = measure(text);
-        widest = std::max(widest, std::abs(edge.outX) * size.cx + std::abs(edge.outY) * size.cy);
-        const int rank = tick == 0 || tick == last ? 3 : tick % 2 == 0 ? 6 : 9;
-        addText(mapping, edge, axis(which).GetTickPos(5 * tick), which, text, priority + rank,
-                m_metrics.tmHeight * 0.35);
-    }
-    addText(mapping, edge, 0.5F, which, scale.title, priority, widest + m_metrics.tmHeight * 0.8);
+    const CvornAxis& axis = which == 0 ? m_set.m_axisX : which == 1 ? m_set.m_axisY : m_set.m_axisZ;
+    std::vector<examples::AxisLabels::Tick> ticks;
+    for (int tick = 0; tick < m_scales[which].ticks(); ++tick)
+        ticks.push_back({axis.GetTickPos(5 * tick), m_scales[which].textAt(tick)});
+    m_labels.add(mapping, m_set, which, ticks, m_scales[which].title, priority);
 }
 
-void ChartAxes::drawLabels(CvornOGLMapping& mapping, int listBase) {
-    m_placed.clear();
-    m_texts.clear();
+void ChartAxes::drawLabels(CvornOGLMapping& mapping) {
+    m_labels.clear();
     if (!shows(SHOW_AXES | SHOW_LABELS)) return;
     addLabels(mapping, 2, 0);
     addLabels(mapping, 0, 1);
     addLabels(mapping, 1, 2);
-    GLint viewport[4];
-    ::glGetIntegerv(GL_VIEWPORT, viewport);
-    examples::layOutLabels(m_placed, viewport[2], viewport[3], m_metrics.tmHeight * 0.35);
-
-    ::glPushAttrib(GL_ENABLE_BIT | GL_CURRENT_BIT | GL_LIST_BIT);
-    for (GLenum capability : {GL_LIGHTING, GL_DEPTH_TEST, GL_TEXTURE_2D, GL_ALPHA_TEST})
-        ::glDisable(capability);
-    CvornColour(ink, 1).glColor();
-    ::glListBase(static_cast<GLuint>(listBase));
-    for (std::size_t i = 0; i < m_placed.size(); ++i) {
-        const examples::PlacedLabel& label = m_placed[i];
-        if (!label.shown) continue;
-        // Whole pixels: bitmaps have no others.
-        mapping.gluUnProject(viewport[0] + std::floor(label.left) + 0.5,
-                             viewport[1] + std::floor(label.bottom + m_metrics.tmDescent) + 0.5, 0.01);
-        mapping.glRasterPos3d();
-        ::glCallLists(static_cast<GLsizei>(m_texts[i].size()), GL_UNSIGNED_BYTE, m_texts[i].data());
-    }
-    ::glPopAttrib();
+    m_labels.draw(mapping);
 }
 
 void ChartAxes::serialize(CArchive& archive) {

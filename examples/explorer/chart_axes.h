@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "common/axis_labels.h"
 #include "common/axis_range.h"
-#include "common/label_layout.h"
 #include "common/surface_mesh.h"
 
 #include <vorn/vorn.h>
@@ -36,12 +36,14 @@ public:
     void draw() const;
 
     /// Makes the font for a picture of that height. `dc` is the one that GL draws to.
-    void makeFont(CDC& dc, int pictureHeight, int listBase);
+    void makeFont(CDC& dc, int pictureHeight, int listBase) {
+        m_labels.makeFont(dc, pictureHeight, listBase);
+    }
     /// Draws the texts in front of everything, as far as they have room in the viewport. The mapping is the
     /// view's.
-    void drawLabels(CvornOGLMapping& mapping, int listBase);
+    void drawLabels(CvornOGLMapping& mapping);
     /// As the last `drawLabels` placed them; pixels of the viewport.
-    const std::vector<examples::PlacedLabel>& labels() const { return m_placed; }
+    const std::vector<examples::PlacedLabel>& labels() const { return m_labels.placed(); }
 
     /// Stores or loads ranges and parameters. Throws what the archive throws, with nothing changed.
     void serialize(CArchive& archive);
@@ -60,32 +62,13 @@ private:
         std::string textAt(int tick) const;
         int ticks() const { return range.minorSteps() / 5 + 1; }
     };
-    struct Text {
-        std::string text;
-        SIZE size;
-    };
-
     static Scale scaleOf(const std::vector<std::string>& labels, int count, const char* what);
     void place();
-    /// Where the numbers of an axis stand: on that of its parallel edges of the box which lies outermost.
-    struct Edge {
-        float offset[3] = {};      ///< from the axis to the edge, in model units
-        double outX = 0, outY = 0; ///< away from the chart, in the picture
-        bool visible = false;      ///< long enough in the picture to be worth labels
-    };
-    Edge edgeOf(CvornOGLMapping& mapping, std::size_t which);
     void addLabels(CvornOGLMapping& mapping, std::size_t which, int priority);
-    void addText(CvornOGLMapping& mapping, const Edge& edge, float position, std::size_t which,
-                 const std::string& text, int priority, double distance);
-    const CvornAxis& axis(std::size_t which) const;
-    SIZE measure(const std::string& text) const;
 
     CvornAxisSet m_set;
     std::array<Scale, 3> m_scales;
     examples::MeshExtents m_whole; ///< the grid's proportions
     examples::MeshExtents m_extents;
-    TEXTMETRICA m_metrics{};
-    std::array<int, 256> m_advance{};
-    std::vector<examples::PlacedLabel> m_placed;
-    std::vector<std::string> m_texts;
+    examples::AxisLabels m_labels;
 };

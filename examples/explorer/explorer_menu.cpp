@@ -4,7 +4,8 @@
 
 #include "explorer_view.h"
 #include "output.h"
-#include "report.h"
+
+#include "common/report.h"
 
 #include <afxdlgs.h>
 
@@ -129,7 +130,7 @@ void CExplorerView::OnMenuItem(int nID) {
     try {
         onCommand(nID);
     } catch (const std::exception& error) {
-        reportError(error.what(), true);
+        examples::reportError("explorer", error.what(), true);
     }
 }
 

@@ -171,7 +171,7 @@ void CExplorerView::OnBuild() {
 void CExplorerView::OnOutputToDC(CDC*, int, int) {
     m_axes.draw();
     m_surface.draw();
-    m_axes.drawLabels(m_mapping, m_nFontListBase);
+    m_axes.drawLabels(m_mapping);
     // Without a context the cycle runs all the same, and draws nothing.
     m_drawn = ::wglGetCurrentContext() != nullptr;
 }

@@ -4,7 +4,8 @@
 #include "export.h"
 #include "options.h"
 #include "output.h"
-#include "report.h"
+
+#include "common/report.h"
 
 #include <cstdlib>
 #include <exception>
@@ -43,12 +44,12 @@ BOOL CExplorerApp::InitInstance() {
     try {
         Options options = parseOptions(__argc - 1, __argv + 1);
         if (options.help) {
-            printText(usageText());
+            examples::printText(usageText());
             return FALSE;
         }
         return start(options);
     } catch (const OptionsError& error) {
-        reportError(error.what(), true);
+        examples::reportError("explorer", error.what(), true);
         m_status = misused;
         return FALSE;
     }
@@ -78,7 +79,7 @@ bool CExplorerApp::start(const Options& options) {
         m_view->UpdateWindow();
         return true;
     } catch (const std::exception& error) {
-        reportError(error.what(), !options.isOutput());
+        examples::reportError("explorer", error.what(), !options.isOutput());
         m_status = failed;
     }
     return false;

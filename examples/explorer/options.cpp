@@ -7,8 +7,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cctype>
-#include <charconv>
 #include <string_view>
 #include <utility>
 
@@ -21,9 +19,6 @@ constexpr std::array<std::pair<std::string_view, ViewPoint>, 4> viewPoints = {{{
                                                                                {"top", ViewPoint::top},
                                                                                {"side", ViewPoint::side}}};
 
-/// What the picture's writer takes.
-constexpr long long mostPixels = 1LL << 28;
-
 std::string rampNames() {
     std::string names;
     for (std::string_view name : ColourRamp::names()) {
@@ -31,20 +26,6 @@ std::string rampNames() {
         names += name;
     }
     return names;
-}
-
-/// Reads "WxH".
-void parseSize(std::string_view text, Options& options) {
-    const char* end = text.data() + text.size();
-    auto width = std::from_chars(text.data(), end, options.width);
-    auto height = width;
-    if (width.ec == std::errc() && width.ptr != end && *width.ptr == 'x')
-        height = std::from_chars(width.ptr + 1, end, options.height);
-    if (height.ec != std::errc() || height.ptr != end || height.ptr == width.ptr || options.width < 1 ||
-        options.height < 1)
-        throw OptionsError("--size takes a width and a height in pixels, such as 1200x900");
-    if (static_cast<long long>(options.width) * options.height > mostPixels)
-        throw OptionsError("--size: more than 268 million pixels");
 }
 
 ViewPoint parseViewPoint(std::string_view text) {
@@ -89,14 +70,6 @@ DWORD parsePart(std::string_view text) {
 
 } // namespace
 
-CvornImageCodec::Format pictureFormatOf(std::string file) {
-    std::transform(file.begin(), file.end(), file.begin(), [](unsigned char c) { return std::tolower(c); });
-    if (file.ends_with(".png")) return CvornImageCodec::FORMAT_PNG;
-    if (file.ends_with(".jpg") || file.ends_with(".jpeg")) return CvornImageCodec::FORMAT_JPEG;
-    if (file.ends_with(".bmp")) return CvornImageCodec::FORMAT_BMP;
-    throw OptionsError("a picture's name ends with .png, .jpg or .bmp");
-}
-
 Options parseOptions(int count, const char* const* arguments) {
     Options options;
     options.ramp = ColourRamp::names().front();
@@ -111,7 +84,7 @@ Options parseOptions(int count, const char* const* arguments) {
             return options;
         } else if (argument == "--export") {
             options.exportFile = value();
-            options.format = pictureFormatOf(options.exportFile);
+            options.format = examples::pictureFormatOf(options.exportFile);
         } else if (argument == "--copy") {
             options.copy = true;
         } else if (argument == "--metafile") {
@@ -120,7 +93,9 @@ Options parseOptions(int count, const char* const* arguments) {
             options.printer = value();
             if (options.printer.empty()) throw OptionsError("--print takes the name of a printer");
         } else if (argument == "--size") {
-            parseSize(value(), options);
+            const CSize size = examples::parsePictureSize(value());
+            options.width = size.cx;
+            options.height = size.cy;
             options.sized = true;
         } else if (argument == "--ramp") {
             options.ramp = value();

@@ -1,12 +1,15 @@
 // SPDX-License-Identifier: MIT
 #pragma once
 
+#include "common/command_line.h"
+
 #include <vorn/vorn.h>
 
 #include <array>
-#include <stdexcept>
 #include <string>
 #include <vector>
+
+using examples::OptionsError;
 
 /// Where the first picture looks from.
 enum class ViewPoint { threeD, front, top, side };
@@ -36,15 +39,6 @@ struct Options {
     /// The output needs the window's device, and its size.
     bool needsWindow() const { return copy || metafile || !printer.empty(); }
 };
-
-/// A command line that cannot be followed; `what()` says why.
-class OptionsError : public std::runtime_error {
-public:
-    using std::runtime_error::runtime_error;
-};
-
-/// The format that the end of a picture's name tells. @throws OptionsError
-CvornImageCodec::Format pictureFormatOf(std::string file);
 
 /// Reads the arguments after the program's name. @throws OptionsError
 Options parseOptions(int count, const char* const* arguments);

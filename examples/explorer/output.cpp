@@ -64,7 +64,7 @@ void copyChartAsMetafile(CExplorerView& view, CvornCopyInfo settings) {
 
 void saveChartPicture(CExplorerView& view, CvornCopyInfo settings, const std::string& file) {
     settings.nFormat = CF_BITMAP;
-    const CvornImageCodec::Format format = pictureFormatOf(file);
+    const CvornImageCodec::Format format = examples::pictureFormatOf(file);
     CvornCopyRender render;
     prepare(render, settings, view);
     draw(render, view);

@@ -3,6 +3,8 @@
 
 #include <windows.h>
 
+namespace examples {
+
 namespace {
 
 /// Writes to a standard handle, or to the console that the program was started from. False when there is
@@ -28,7 +30,9 @@ void printText(const std::string& text) {
     write(STD_OUTPUT_HANDLE, text);
 }
 
-void reportError(const std::string& message, bool boxAllowed) {
-    if (!write(STD_ERROR_HANDLE, "explorer: " + message + "\n") && boxAllowed)
-        ::MessageBoxA(nullptr, message.c_str(), "explorer", MB_OK | MB_ICONERROR);
+void reportError(const std::string& program, const std::string& message, bool boxAllowed) {
+    if (!write(STD_ERROR_HANDLE, program + ": " + message + "\n") && boxAllowed)
+        ::MessageBoxA(nullptr, message.c_str(), program.c_str(), MB_OK | MB_ICONERROR);
 }
+
+} // namespace examples
