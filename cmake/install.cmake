@@ -18,3 +18,29 @@ write_basic_package_version_file(vorn-config-version.cmake COMPATIBILITY SameMin
 install(FILES ${CMAKE_CURRENT_BINARY_DIR}/vorn-config.cmake ${CMAKE_CURRENT_BINARY_DIR}/vorn-config-version.cmake
               cmake/mingw-w64.cmake
         DESTINATION ${CMAKE_INSTALL_LIBDIR}/cmake/vorn)
+
+# A project that takes the toolkit in as a folder installs no more than it links.
+if(NOT PROJECT_IS_TOP_LEVEL)
+  return()
+endif()
+install(FILES README.md CHANGELOG.md LICENSE DESTINATION .)
+install(DIRECTORY docs DESTINATION . FILES_MATCHING PATTERN "*.md" PATTERN "*.png")
+# The examples: the programs beside the DLLs, the sources to copy, the data to try them on.
+install(DIRECTORY examples DESTINATION .)
+if(VORN_BUILD_EXAMPLES)
+  get_property(folders DIRECTORY examples PROPERTY SUBDIRECTORIES)
+  foreach(folder IN LISTS folders)
+    get_property(targets DIRECTORY ${folder} PROPERTY BUILDSYSTEM_TARGETS)
+    foreach(target IN LISTS targets)
+      get_target_property(type ${target} TYPE)
+      if(type STREQUAL "EXECUTABLE")
+        install(TARGETS ${target} RUNTIME DESTINATION ${CMAKE_INSTALL_BINDIR})
+      endif()
+    endforeach()
+  endforeach()
+endif()
+
+set(CPACK_GENERATOR ZIP)
+set(CPACK_PACKAGE_FILE_NAME "vorn-${PROJECT_VERSION}-win64")
+set(CPACK_STRIP_FILES ON)
+include(CPack)
