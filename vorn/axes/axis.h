@@ -26,6 +26,7 @@ class CvornAxis {
 public:
     /// 0: an axis set draws nothing of this axis.
     int m_bEnabled = 1;
+    /// Type bits; without a model axis among them there are no circles.
     unsigned long m_dwType;
     /// The drawn length in model units.
     float m_fLength = 1;
@@ -33,20 +34,26 @@ public:
     float m_fSecondScale = 1;
     /// The unit vector along the axis in model space.
     float m_afDirection[3];
+    /// Added to every vertex, in model units; the matrix does not move it.
     CvornPtMap m_ptOrigin;
+    /// Of the tip that an axis set draws; an axis by itself sets no colour.
     CvornColour m_clrAxis;
     /// Not owned, shared by copies; may be null.
     CvornMatrix* m_pMatrix;
+    /// The data range.
     float m_fMin = 0;
     float m_fMax = 1;
     /// The major tick step in data units; there are five minor steps to it.
     float m_fTick = 0.1F;
 
+    /// (dx, dy, dz) is the direction, a unit vector. The matrix stays the caller's and may be null.
     CvornAxis(CvornMatrix* pMatrix, unsigned long dwType, float dx, float dy, float dz)
         : m_dwType(dwType), m_afDirection{dx, dy, dz}, m_pMatrix(pMatrix) {}
+    /// A copy shares the matrix.
     CvornAxis(const CvornAxis&) = default;
     CvornAxis& operator=(const CvornAxis&) = default;
 
+    /// The ends of the data range; setting one leaves the other and the tick step.
     float GetMin() const { return m_fMin; }
     void SetMin(float fMin) { m_fMin = fMin; }
     float GetMax() const { return m_fMax; }
@@ -54,7 +61,9 @@ public:
     /// The length of the data range; setting it moves the maximum.
     VORN_API float GetLength() const;
     void SetLength(float fLength) { m_fMax = m_fMin + fLength; }
+    /// The major tick step, in data units.
     void SetTick(float fTick) { m_fTick = fTick; }
+    /// The drawn length, in model units.
     float GetNormalLength() const { return m_fLength; }
 
     /// A round tick step for the range, a power of ten: it makes 3 to 32 major steps of a range above 1.
@@ -84,6 +93,7 @@ public:
     VORN_API void vornVectorPosAngleD(float p, float r, float fDegrees) const;
     /// The same for an angle whose cosine and sine are at hand.
     VORN_API void vornVectorPosAngle(float p, float r, double dCosine, double dSine) const;
+    /// Emits the point of model space: through the matrix, with the origin added.
     VORN_API void vornVertex3f(float x, float y, float z) const;
     VORN_API void vornVertex3d(double x, double y, double z) const;
 

@@ -26,6 +26,7 @@ enum : DWORD { PLANE_XY = AXIS_X | AXIS_Y, PLANE_XZ = AXIS_X | AXIS_Z, PLANE_YZ 
 /// enabled to let the lines stand out.
 class VORN_API CvornAxisSet {
 public:
+    /// The axes. All three use the matrix of the set.
     CvornAxis m_axisX;
     CvornAxis m_axisY;
     CvornAxis m_axisZ;
@@ -49,6 +50,7 @@ public:
     CvornAxisSet& operator=(const CvornAxisSet& other);
     ~CvornAxisSet() = default;
 
+    /// Reads the parameter bits of the mask; replaces all bits.
     unsigned long GetParam(unsigned long dwMask) const { return m_dwParams & dwMask; }
     void SetParam(unsigned long dwParams) { m_dwParams = dwParams; }
     /// Clears the bits of the mask and sets all of dwSet, also those outside the mask.
@@ -57,6 +59,7 @@ public:
     /// Copies 16 elements into the matrix that the axes share.
     void Update(const CvornMatrix& matrix) { m_matrix = matrix; }
     void Update(const float* pfElements) { m_matrix.Set(pfElements); }
+    /// Places the axes and planes, in model units.
     void UpdateOrigin(float x, float y, float z);
     /// Sets the drawn lengths, in model units: each the given one times s, 0 for a disabled axis. The tips
     /// are scaled by s as well. Call it again after enabling or disabling an axis.
@@ -81,6 +84,7 @@ public:
     /// Renders the plane's image, or those of all planes, anew at such a size.
     void ResizeGridImage(CDC* pDC, unsigned long dwPlane, float size);
     void ResizeImages(CDC* pDC, float size);
+    /// Marks the images as not of the wanted size any more; the pictures stay.
     void InvalidateImages() { m_bImagesValid = 0; }
     /// Whether ResizeImages was called since the images were last invalidated.
     int IsImageSizesValid() const { return m_bImagesValid; }
@@ -98,15 +102,21 @@ protected:
     void vornNormal3f(float x, float y, float z) const;
     void vornNormal3d(double x, double y, double z) const;
 
+    /// The parts of vornBuild: the cone at the end of an axis; the grid lines of the plane that a and b span;
+    /// the image of that plane, whose normal is given, when it has one. They emit GL drawing of their own.
     void vornBuildTip(const CvornAxis& a);
     void vornBuildGrid(CvornAxis a, CvornAxis b);
     void vornBuildImage(float nx, float ny, float nz, CvornAxis a, CvornAxis b, CvornDIBTexture& t);
 
+    /// Parameter bits.
     unsigned long m_dwParams;
+    /// The matrix that the axes share.
     CvornMatrix m_matrix;
     /// For the application: nothing here reads it.
     int m_nSpare = 0;
+    /// Origin of the axes, as UpdateOrigin set it.
     CvornPtMap m_ptOrigin;
+    /// See IsImageSizesValid.
     int m_bImagesValid = 0;
 
 private:

@@ -48,9 +48,11 @@ public:
     virtual void Draw(HDC hdc, int x, int y);
     virtual void Draw(CDC* pDC, int x, int y);
 
+    /// In pixels; 0 without a header.
     virtual int GetWidth() const;
     /// Bytes from one row to the next.
     virtual int GetStorageWidth() const;
+    /// In pixels; 0 without a header.
     virtual int GetHeight() const;
 
     /// Replaces each pixel by the palette's nearest colour (4, 8 and 24 bits), then takes the palette's
@@ -94,11 +96,14 @@ public:
     /// Copies the palette's colours into the colour table; pixels are not touched.
     BOOL SetColorTable(CPalette* pPal);
 
+    /// Header, first pixel row and colour table, shared with copies and gone with the next creation or load.
+    /// Null without them.
     BITMAPINFO* GetBitmapInfoAddress() const { return m_pBMI; }
     BYTE* GetBitsAddress() const { return m_pBits; }
     RGBQUAD* GetClrTabAddress() const;
     /// Size of the pixel buffer in bytes as the last blank creation or bitmap copy has set it.
     DWORD GetBitSize() const { return m_nBitsSize; }
+    /// What the header says: 0 without one. The last three are other names for the sizes.
     int GetBitsPerPixel() const;
     int GetNumClrEntries() const;
     CSize GetSize() const;

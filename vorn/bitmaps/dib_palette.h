@@ -26,6 +26,7 @@ public:
     /// 256 colours, all black but for the system's twenty static colours at both ends.
     BOOL CreateSystemColorPalette();
 
+    /// Entries of the held palette; 0 without one.
     int GetNumColors() const;
 
     /// Realises the palette on a palette device and takes the hardware's colours over as its own (an identity

@@ -11,6 +11,7 @@
 class VORN_API CvornDIBSimple {
 public:
     CvornDIBSimple() = default;
+    /// A copy shares section and DC.
     CvornDIBSimple(const CvornDIBSimple&) = default;
     CvornDIBSimple& operator=(const CvornDIBSimple&) = default;
     virtual ~CvornDIBSimple();
@@ -30,6 +31,8 @@ public:
     /// Makes the palette's entries the section's colour table.
     void SetPalette(CPalette* pPal);
 
+    /// The section, its DC and its size in pixels as given to Create; null while there is none. They stay
+    /// owned by the copies of this object.
     HBITMAP GetHandle() const { return m_hBitmap; }
     CDC* GetDC() const { return m_pDC; }
     CSize GetDIBSize() const { return m_size; }

@@ -73,7 +73,9 @@ public:
     HDC GetHDC() const { return m_dcBuffer.m_hDC; }
 
 protected:
+    /// The palette set last; not owned.
     HPALETTE m_hPal = nullptr;
+    /// The memory DC, the bitmap selected into it, and what it held before.
     CDC m_dcBuffer;
     HBITMAP m_hBitmap = nullptr;
     HBITMAP m_hOldBitmap = nullptr;

@@ -26,6 +26,7 @@ public:
     /// drawn when the bitmap cannot be made; the DC's state is restored in any case.
     void Update(CDC* pDC, CRect& rect, RECT* pExclude, int nExclude);
 
+    /// Style, place in the parent and name of windows that Create makes from now on.
     static DWORD s_dwDefStyle;
     static CRect s_rcDefRect;
     static CString s_strDefWindowName;
@@ -37,13 +38,16 @@ protected:
     /// top-left corner of the painted area). The base does nothing.
     virtual void Draw(CDC* pDC);
 
+    /// Paints through Update, and answers that the background needs no erasing.
     afx_msg void OnPaint();
     afx_msg BOOL OnEraseBkgnd(CDC* pDC);
     DECLARE_MESSAGE_MAP()
 
+    /// The rectangle of the last Update, the DC that it painted on and the off-screen bitmap.
     CRect m_rcClient = CRect(0, 0, 0, 0);
     CDC* m_pDC = nullptr;
     CBitmap m_bitmap;
+    /// The copied rectangles that Update was given; owned.
     RECT* m_pExcludeRects = nullptr;
     int m_nExcludeRects = 0;
 

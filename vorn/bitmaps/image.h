@@ -20,6 +20,7 @@ class CvornImageCodec;
 class VORN_API CvornImageX {
 public:
     CvornImageX() = default;
+    /// A copy shares the picture, whichever loader read it.
     CvornImageX(const CvornImageX& other);
     CvornImageX& operator=(const CvornImageX& other);
     ~CvornImageX();
@@ -78,10 +79,13 @@ protected:
     /// The text after the last backslash; the whole text when there is none.
     static CString GetFileFromPathName(const char* pszPath);
 
+    /// The codec picture; null for an OLE picture and when nothing is open.
     std::shared_ptr<const CvornImageCodec> m_pImage;
+    /// The OLE picture, of which this object holds one reference; null for a codec picture.
     IPicture* m_pPicture = nullptr;
     /// Result of the last size query of `Render` or `GetHIMETRICSize`.
     mutable HRESULT m_hrLastQuery = S_OK;
+    /// What the functions of these names tell.
     BOOL m_bOpen = FALSE;
     int m_nAlignV = 0;
     int m_nAlignH = 0;

@@ -16,6 +16,7 @@
 ///     if (image.CreateFromHBITMAP(hBitmap)) image.Save("chart.png", CvornImageCodec::FORMAT_PNG);
 class VORN_API CvornImageCodec {
 public:
+    /// What images are written as.
     enum Format { FORMAT_BMP = 1, FORMAT_JPEG = 3, FORMAT_PNG = 4 };
 
     /// Loads a file of any format that the system can read and finds out which; of an icon it takes the

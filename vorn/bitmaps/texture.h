@@ -28,6 +28,7 @@ public:
     enum TRANSLATEMETHOD { TRANSLATE_BY_YOURSELF = 0, TRANSLATE_BY_GDI = 1, TRANSLATE_BY_BOTH = 2 };
 
     CvornDIBTexture();
+    /// A copy has the same texture name and shares pixels and picture.
     CvornDIBTexture(const CvornDIBTexture& other);
     CvornDIBTexture& operator=(const CvornDIBTexture& other);
     ~CvornDIBTexture();
@@ -69,16 +70,22 @@ public:
     /// with `Resize` or `Load`.
     void Serialize(CArchive& ar);
 
+    /// A number for the application; -1 at first.
     int GetID() const { return m_nID; }
     void SetID(int nID) { m_nID = nID; }
+    /// The GL texture name, which the application generates and deletes; 0 at first.
     unsigned int GetTextureName() const { return m_nTexture; }
     void SetTextureName(unsigned int nTexture) { m_nTexture = nTexture; }
+    /// Size of the pixels: after scaling the sides are powers of two.
     int GetHeight() const { return m_nHeight; }
     int GetWidth() const { return m_nWidth; }
     /// Four bytes a pixel, bottom row first; shared with copies and gone with the next load or scaling.
     unsigned char* GetBitsPtr() const { return m_pBits.get(); }
+    /// Whether there are pixels.
     int IsValid() const { return m_pBits != nullptr; }
+    /// Whether the pixels are scaled to powers of two.
     int IsScaled() const { return m_bScaled; }
+    /// The image file that was loaded by name: without its folder, and the whole path as given.
     CString GetSourceName() const { return m_image.GetName(); }
     CString GetSourcePathName() const { return m_image.GetPathName(); }
 
@@ -93,17 +100,23 @@ protected:
     /// Returns the bitmap's height, 0 on failure.
     int PrepareBitmapInfo32(BITMAPINFO& bi, HBITMAP hbm);
 
+    /// What the functions of these names tell.
     int m_nID = -1;
     unsigned int m_nTexture = 0;
     int m_nHeight = 0;
     int m_nWidth = 0;
+    /// The pixels, four bytes each, and what GL is told that they are: GL_RGB or GL_RGBA.
     std::shared_ptr<unsigned char> m_pBits;
     int m_nFormat = GL_RGB;
+    /// How a DIB becomes pixels, a TRANSLATEMETHOD.
     int m_nMethod = TRANSLATE_BY_YOURSELF;
+    /// The bitmap that images are drawn into, the image, the colour behind it and the size asked for, in
+    /// pixels.
     CBitmap m_bitmap;
     CvornImageX m_image;
     CvornColour m_clrBack;
     CRect m_rect = CRect(0, 0, 0, 0);
+    /// The pixels are scaled already.
     int m_bScaled = 0;
 
 private:

@@ -40,6 +40,7 @@ public:
     /// centimetres and inches into pixels. (0, 0) for an unknown unit.
     CSize GetDPSize(CDC* pDC, CWnd* pWnd) const;
 
+    /// The record's switches.
     int IsBorder() const { return bBorder; }
     int IsFixedSize() const { return bFixedSize; }
 };

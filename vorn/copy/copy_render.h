@@ -61,11 +61,14 @@ protected:
     /// of 0 takes the bitmap's own; a null palette is the default one.
     HGLOBAL dibFromBitmap(HBITMAP hBitmap, DWORD dwCompression, WORD wBitCount, HPALETTE hPal);
 
+    /// The memory DC, and what SaveDC gave for it before and after the bitmap was selected; 0 without one.
     CDC m_dc;
     int m_nSavedDC = 0;
     int m_nSavedDCBitmap = 0;
     CSize m_sizeDimension = {0, 0}; ///< In 0.1 mm.
+    /// A border belongs round the copy.
     BOOL m_bBorder = FALSE;
+    /// The size in pixels.
     CSize m_sizeDP = {0, 0};
 
 private:

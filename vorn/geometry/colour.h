@@ -8,6 +8,7 @@
 /// Nothing clamps the channels except Lighter (to 1) and Darker (to 0).
 class CvornColour {
 public:
+    /// Opacity and channels, 0 to 1.
     float m_fAlpha = 1;
     float m_fRed = 0;
     float m_fGreen = 0;
@@ -18,9 +19,11 @@ public:
     CvornColour(const CvornColour&) = default;
     /// From a COLORREF, with its own opacity.
     CvornColour(unsigned long clr, float fAlpha) : m_fAlpha(fAlpha) { *this = clr; }
+    /// From its channels and opacity, not clamped.
     CvornColour(float fRed, float fGreen, float fBlue, float fAlpha)
         : m_fAlpha(fAlpha), m_fRed(fRed), m_fGreen(fGreen), m_fBlue(fBlue) {}
 
+    /// Takes the opacity along.
     CvornColour& operator=(const CvornColour&) = default;
     /// Takes red, green and blue from a COLORREF; the opacity stays.
     VORN_API CvornColour& operator=(unsigned long clr);
@@ -28,6 +31,7 @@ public:
     /// The COLORREF: each channel times 255, truncated, of which the low byte (so a channel above 1 wraps).
     VORN_API operator unsigned long() const;
 
+    /// A channel, 0 to 1.
     float GetRedf() const { return m_fRed; }
     float GetGreenf() const { return m_fGreen; }
     float GetBluef() const { return m_fBlue; }
@@ -38,9 +42,11 @@ public:
 
     /// Sets the channels from 0 to 255; the opacity stays.
     VORN_API void Set3i(int nRed, int nGreen, int nBlue);
+    /// The same, and the opacity from 0 to 1.
     VORN_API void Set4i(int nRed, int nGreen, int nBlue, float fAlpha);
     /// Sets the channels; the opacity stays.
     VORN_API void Set3f(float fRed, float fGreen, float fBlue);
+    /// Sets channels and opacity.
     VORN_API void Set4f(float fRed, float fGreen, float fBlue, float fAlpha);
 
     /// Light is a sum of the channels of at least 1.5; every other colour is dark.

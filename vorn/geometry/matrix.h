@@ -75,6 +75,7 @@ public:
 
     // The emitters below belong between glBegin and glEnd: they transform here and issue the GL call.
 
+    /// Emits the image of the point.
     void glVertex3f(float x, float y, float z) const;
     void glVertex3d(double x, double y, double z) const;
     /// Normals take the translation like points and are not normalised: for plain normals use a matrix whose

@@ -7,6 +7,7 @@
 /// Angles are in radians, angle i lies opposite side i; a part of 0 is one that is not given.
 class CvornTri {
 public:
+    /// No triangle: all parts are 0.
     CvornTri() = default;
     CvornTri(const CvornTri&) = default;
     CvornTri& operator=(const CvornTri&) = default;
@@ -23,6 +24,7 @@ public:
     /// corners on one line are rejected.
     VORN_API int SetTrianglePts(double x1, double y1, double x2, double y2, double x3, double y3);
 
+    /// The parts of the triangle as solved last: sides, and angles in radians.
     double GetSide1() const { return m_dSide1; }
     double GetSide2() const { return m_dSide2; }
     double GetSide3() const { return m_dSide3; }
@@ -33,6 +35,7 @@ public:
     double GetArea() const { return m_dArea; }
 
 protected:
+    /// Distance between two points.
     VORN_API double GetSideLength(double x1, double y1, double x2, double y2) const;
     /// Solves in place. Returns 1, or 0 with all seven values as they were.
     VORN_API int CalculateTriangle(double* s1, double* s2, double* s3, double* a1, double* a2, double* a3,

@@ -55,30 +55,40 @@ enum : DWORD {
 /// base on, of the font given to UpdateMetrics. Copies share cells and headers until one of them is resized.
 class VORN_API CvornSpread {
 public:
+    /// The background.
     CvornColour m_colBack;
+    /// Not used.
     CvornColour m_colReserved1;
     /// Selected rows and the frame.
     CvornColour m_colMark;
+    /// Not used.
     CvornColour m_colReserved2;
     /// Title and texts.
     CvornColour m_colText;
     CString m_strTitle;
+    /// Spread bits.
     DWORD m_dwParam = SPP_LEFT | SPP_TOP;
+    /// The application's; sent with notifications.
     int m_nID = 0;
     /// The row or column selected last, or -1.
     int m_nSelAnchor = -1;
+    /// How many rows, columns or cells are selected.
     int m_nSelCount = 0;
     /// m_nRows x m_nCols cells, row by row; null when there are none.
     std::shared_ptr<CvornCell[]> m_pCells;
+    /// One for each row and each column; null when there are none.
     std::shared_ptr<CvornSpreadHeader[]> m_pRowHeaders;
     std::shared_ptr<CvornSpreadHeader[]> m_pColHeaders;
+    /// Size of the grid.
     int m_nRows = 0;
     int m_nCols = 0;
     int m_nCells = 0;
+    /// As SetParent and SetMsgWnd were given them; not owned.
     CWnd* m_pParent = nullptr;
     CWnd* m_pMsgWnd = nullptr;
     UINT m_nMsgID = 0;
 
+    /// Metrics of the font of the last UpdateMetrics.
     TEXTMETRICA m_tmFont = {};
     /// The whole spread, in pixels.
     int m_nWidthDP = 0;
@@ -100,6 +110,7 @@ public:
     void SetMaxSize(int rows, int cols);
     static constexpr int MaxCells = 1 << 25;
 
+    /// Where the cell stands in m_pCells; the indices are not checked.
     int GetCellIndex(int row, int col) const { return row * m_nCols + col; }
     /// Make the cell a text or a colour cell; outside the grid they do nothing.
     void SetText(int row, int col, const char* text);
@@ -167,6 +178,7 @@ public:
     void UpdateMetrics(CDC* pDC, CFont* pFont, float fScale);
     /// Places the spread in a rectangle in client coordinates.
     void UpdatePosition(const CRect& rcClient);
+    /// Size of the laid-out spread, in pixels.
     int GetWidthDP() const { return m_nWidthDP; }
     int GetHeightDP() const { return m_nHeightDP; }
 
@@ -177,14 +189,18 @@ public:
     void oglOutput(CvornOGLMapping* pMap, int nViewHeight, float fZ, float fDZ, float fLineWidth, int nList,
                    int nFontBase);
 
+    /// Whether a visible spread covers the point, in client coordinates.
     int HitTest(POINT pt) const { return GetParam(SPP_VISIBLE) && m_rcPos.PtInRect(pt); }
     /// Selects what lies under a click in client coordinates, by the mode; nFlags are those of the mouse
     /// message (MK_CONTROL counts). With bEdit a click on a colour cell of the only selected row then edits
     /// it. Returns 1 when the selection changed.
     int OnLeftMouseButton(POINT pt, DWORD nFlags, int bEdit);
 
+    /// The application's number of this spread.
     void SetID(int id) { m_nID = id; }
     int GetID() const { return m_nID; }
+    /// Reads the bits of the mask; replaces all bits; clears the bits of the mask, then raises those of the
+    /// set.
     unsigned long GetParam(unsigned long mask) const { return m_dwParam & mask; }
     void SetParam(unsigned long bits) { m_dwParam = bits; }
     void SetParam(unsigned long set, unsigned long mask) { m_dwParam = (m_dwParam & ~mask) | set; }

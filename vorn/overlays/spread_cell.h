@@ -8,7 +8,9 @@ class CvornCell {
 public:
     enum : long { TextCell = 0, ColourCell = 1 };
 
+    /// The content.
     COleVariant m_value;
+    /// TextCell or ColourCell.
     long m_nType = TextCell;
     /// Copied with the cell. The layout keeps the extent of the cell's text here: width and height, in
     /// pixels.

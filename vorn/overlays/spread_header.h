@@ -19,13 +19,17 @@ public:
     int m_nSize = 0;
     /// Offset of the row or column from the spread's top or left edge, in pixels.
     int m_nLayout = 0;
+    /// Header bits.
     DWORD m_dwParam = 0;
     /// The application's.
     DWORD m_dwData = 0;
 
+    /// Reads the bits of the mask; replaces all bits; clears the bits of the mask, then raises those of the
+    /// set.
     unsigned long GetParam(unsigned long mask) const { return m_dwParam & mask; }
     void SetParam(unsigned long bits) { m_dwParam = bits; }
     void SetParam(unsigned long set, unsigned long mask) { m_dwParam = (m_dwParam & ~mask) | set; }
+    /// The application's number of the row or column.
     void SetData(unsigned long data) { m_dwData = data; }
     unsigned long GetData() const { return m_dwData; }
 };

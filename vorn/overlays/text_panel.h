@@ -37,14 +37,17 @@ enum { TPA_TOP = 2, TPA_VCENTER = 3, TPA_BOTTOM = 5 };
 /// resolution needs a new UpdateMetrics. Copies share the arrays of the layout.
 class VORN_API CvornTextPanel {
 public:
+    /// The text; change it with UpdateText.
     CString m_strText;
     /// The largest number of cells in a line, and the number of lines.
     int m_nCols = 0;
     int m_nRows = 0;
+    /// Display lists, of the box and of the first character, and colours as UpdateMetrics was given them.
     int m_nListBox = 0;
     int m_nListBase = 0;
     CvornColour m_colText;
     CvornColour m_colBack;
+    /// Where in its rectangle the panel is drawn.
     int m_nAlignH = TPA_LEFT;
     int m_nAlignV = TPA_TOP;
     /// The layout is that of the text; while it is 0 nothing is drawn.
@@ -60,9 +63,11 @@ public:
     /// The size of the whole panel, in pixels.
     float m_fHeight = 0;
     float m_fWidth = 0;
+    /// Metrics of the font of the last UpdateMetrics.
     TEXTMETRICA m_tm = {};
     /// Where the panel was drawn last, in GL window pixels, normalised.
     CRect m_rcHit;
+    /// 0: the panel is never hit.
     int m_bEnabled = 1;
 
     /// Takes a new text; the same text again changes nothing, another one needs an UpdateMetrics.

@@ -42,8 +42,11 @@ enum : DWORD {
 /// copy shares the nodes of the list, and thus the buttons.
 class VORN_API CvornToolBar {
 public:
+    /// Colour of the bar.
     CvornColour m_colBar{0x282828, 0.8F};
+    /// Toolbar bits.
     DWORD m_dwParam = TBP_VISIBLE | TBP_HCENTER | TBP_BOTTOM;
+    /// Size of the grid.
     int m_nCols = 0;
     int m_nRows = 0;
     /// The part of the bar's height, from below, that is drawn in the flat colour.
@@ -53,6 +56,7 @@ public:
     /// Size of the bar and inset of its buttons, in pixels.
     CSize m_szBar;
     CSize m_szInset;
+    /// The buttons, drawn in the order in which they were added.
     CvornToolBarButtonList m_listButtons;
     /// Size of a cell, in pixels.
     float m_fUnitW = 0;
@@ -65,6 +69,7 @@ public:
         m_nRows = rows;
         m_nCols = cols;
     }
+    /// Adds a button, which stays the caller's and must live as long as the bar uses it.
     void AddButton(CvornToolBarButton* pButton) { m_listButtons.Add(pButton); }
 
     /// Makes the bar 110 mm by 15 mm and measures the captions in a font. The last argument is not used.
@@ -77,6 +82,7 @@ public:
     /// width, raster position and list base, and the mapping's current position.
     void oglOutput(CvornOGLMapping* map, int h, float z, float dz, float lineWidth, int list, int listBase);
 
+    /// Whether a visible bar covers the point, in client coordinates.
     int HitTest(POINT pt) const { return GetParam(TBP_VISIBLE) && m_rcBar.PtInRect(pt); }
     /// The mouse handlers take client coordinates and return the identifier of the button that took the
     /// event, or 0.
@@ -96,8 +102,11 @@ public:
     unsigned long GetActiveButtonState() const;
     float GetActiveButtonHMarkerPos() const;
     float GetActiveButtonVMarkerPos() const;
+    /// Whether a button holds the left mouse button.
     int IsButtonActive() const { return m_pActive != nullptr; }
 
+    /// Reads the bits of the mask; replaces all bits; clears the bits of the mask, then raises those of the
+    /// set.
     unsigned long GetParam(unsigned long mask) const { return m_dwParam & mask; }
     void SetParam(unsigned long bits) { m_dwParam = bits; }
     void SetParam(unsigned long set, unsigned long mask) { m_dwParam = (m_dwParam & ~mask) | set; }

@@ -33,6 +33,7 @@ enum : DWORD {
 /// destructor is not virtual: a button is destroyed as what it is.
 class VORN_API CvornToolBarButton {
 public:
+    /// Colour of the caption.
     CvornColour m_colText{0xFFFFFF, 1.0F};
     /// Colour of the default shape.
     CvornColour m_colShape{0xFFFFFF, 0.8F};
@@ -40,8 +41,11 @@ public:
     CvornColour m_colBack{0x282828, 0.8F};
     /// The caption, drawn only where it fits. A change needs an UpdateMetrics.
     CString m_strText;
+    /// Button bits.
     DWORD m_dwParam = 0;
+    /// What the button reports; not above 0 it never answers the mouse.
     int m_nID;
+    /// The cells of the bar that it covers: the first row and column, and how many of them.
     int m_nRowI;
     int m_nColI;
     int m_nRowCount;
@@ -68,6 +72,7 @@ public:
     /// Places the button, in client coordinates.
     void UpdatePosition(const CRect& rc, const CSize& inset);
 
+    /// Whether the button covers the point, in client coordinates.
     int HitTest(POINT pt) const { return m_rcButton.PtInRect(pt); }
     /// The mouse handlers take client coordinates and return the identifier, or 0 when the button does not
     /// answer.
@@ -81,15 +86,19 @@ public:
     /// Draws the caption by the list base in force.
     void oglOutputText(CvornOGLMapping* map, int h, float z) const;
 
+    /// Identifier and cells as given.
     int GetID() const { return m_nID; }
     int GetRowI() const { return m_nRowI; }
     int GetColI() const { return m_nColI; }
     int GetRowCount() const { return m_nRowCount; }
     int GetColCount() const { return m_nColCount; }
+    /// The markers, 0 to 1; setting them checks nothing.
     float GetHMarkerPos() const { return m_fHMarker; }
     float GetVMarkerPos() const { return m_fVMarker; }
     void SetHMarkerPos(float pos) { m_fHMarker = pos; }
     void SetVMarkerPos(float pos) { m_fVMarker = pos; }
+    /// Reads the bits of the mask; replaces all bits; clears the bits of the mask, then raises those of the
+    /// set.
     unsigned long GetParam(unsigned long mask) const { return m_dwParam & mask; }
     void SetParam(unsigned long bits) { m_dwParam = bits; }
     void SetParam(unsigned long set, unsigned long mask) { m_dwParam = (m_dwParam & ~mask) | set; }

@@ -14,6 +14,7 @@ public:
     float m_fLightY = 1;
     float m_fLightZ = 1;
 
+    /// Moves the light; takes effect with the next Update.
     void SetPosition(float x, float y, float z) {
         m_fLightX = x;
         m_fLightY = y;

@@ -50,6 +50,7 @@ public:
     void glRasterPos3d() const { ::glRasterPos3d(m_dPosX, m_dPosY, m_dPosZ); }
     void glVertex3d() const { ::glVertex3d(m_dPosX, m_dPosY, m_dPosZ); }
 
+    /// The current position as floats: three of them, the first two, or one.
     VORN_API void GetPos3f(float* out) const;
     VORN_API void GetPos3f(float& x, float& y, float& z) const;
     VORN_API void GetPos2f(float* out) const;
@@ -60,12 +61,14 @@ public:
     /// x and y truncated towards zero, where gluProject into a POINT rounds.
     VORN_API POINT GetPosPt() const;
     VORN_API void GetPosPt(POINT* pt) const;
+    /// Moves the current position.
     VORN_API void OffsetPos(double dx, double dy, double dz);
 
     /// The distance in the window, in pixels and without the depth, between two model points. Leaves the
     /// current position at the projection of b.
     VORN_API float GetWinMag3f(const float* a, const float* b);
 
+    /// How many pixels a model segment of length 0.5 covers; 0 until the first Update(1).
     float GetScreenRadius() const { return m_fScreenRadius; }
     /// Pixels to model units and back by the screen radius: a scale, exact only near the origin and along the
     /// direction that it was measured in. Update(1) must have been called.

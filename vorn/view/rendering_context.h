@@ -72,9 +72,11 @@ public:
     CSize GetDIBSize() const;
     /// Owned by this object; null unless the device has 8 bits a pixel and a palette.
     CPalette* GetPal() const { return m_pPal; }
+    /// Whether contexts are made on the surface.
     int IsRenderToDIB() const { return m_bRenderToDIB; }
     /// Chooses where the next Create or CreateSurface makes the context.
     void SetRenderToDIB(int bRenderToDIB) { m_bRenderToDIB = bRenderToDIB; }
+    /// The DC of the operations that follow; not owned.
     void SetDC(CDC* pDC) { m_pDC = pDC; }
     /// Null when there is no context.
     HGLRC GetRC() const { return m_hRC; }
@@ -92,6 +94,8 @@ protected:
     /// bits.
     BYTE ComponentFromIndex(int i, UINT nbits, UINT shift) const;
 
+    /// Components of 1, 2 and 3 bits widened to 8, and the palette entries that give way to the system's
+    /// colours.
     static const BYTE m_oneto8[2];
     static const BYTE m_twoto8[4];
     static const BYTE m_threeto8[8];
@@ -99,10 +103,15 @@ protected:
     /// The twenty static system colours.
     static const PALETTEENTRY m_defaultPalEntry[20];
 
+    /// Owned; null where no palette is needed.
     CPalette* m_pPal = nullptr;
+    /// Owned; without a bitmap until CreateSurface.
     CvornDIBSurface* m_pSurface;
+    /// The context; null without one. Destroy deletes it.
     HGLRC m_hRC = nullptr;
+    /// As SetRenderToDIB set it.
     int m_bRenderToDIB = 0;
+    /// The DC of the operation; not owned.
     CDC* m_pDC = nullptr;
 
 private:

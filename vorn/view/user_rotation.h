@@ -6,6 +6,7 @@
 
 /// A point or direction in window pixels, y downwards.
 struct _qx_double_pt_ {
+    /// In pixels.
     double x = 0;
     double y = 0;
 };
@@ -44,6 +45,7 @@ public:
     /// Multiplies the rotation into the current GL matrix.
     void UpdateRotation() const { m_matrix.glMultMatrixf(); }
 
+    /// Turn the model to a preset orientation at once.
     void SetFront();
     void SetTop();
     void SetSide();
@@ -78,19 +80,23 @@ protected:
     /// Back to idle: no button, no axis.
     void EndDrag(_qx_double_pt_ pt);
 
+    /// The rotation.
     CvornMatrix m_matrix;
     /// The locked direction: 0 and 1 are +x and -x on the screen, 2 and 3 y, 4 and 5 z; -1 is none.
     int m_nLockDir = -1;
+    /// The buttons held, the last mouse point and the area.
     int m_bLDown = 0;
     int m_bRDown = 0;
     _qx_double_pt_ m_ptLast;
     RECT m_rcArea = {};
+    /// The centre of the area.
     _qx_double_pt_ m_ptCentre;
     /// The directions perpendicular to the locked one, then those of its opposite.
     _qx_double_pt_ m_ptPos;
     _qx_double_pt_ m_ptNeg;
     _qx_double_pt_ m_ptPartnerNeg;
     _qx_double_pt_ m_ptPartnerPos;
+    /// The mouse counts, and its last step turned the model.
     int m_bEnabled = 1;
     int m_bRotating = 0;
 };

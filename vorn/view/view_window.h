@@ -191,6 +191,8 @@ protected:
     bool UPDATE(DWORD mask) const { return (m_dwUpdate & mask) == mask; }
     bool EFFECT(DWORD mask) const { return (m_dwEffectsAvailable & m_dwEffectsEnabled & mask) == mask; }
 
+    /// The message handlers. A class with an entry of its own for one of these messages calls the base:
+    /// OnCreate makes the context, OnDestroy deletes it.
     afx_msg int OnCreate(LPCREATESTRUCT lpCreateStruct);
     afx_msg void OnSize(UINT nType, int cx, int cy);
     afx_msg void OnDestroy();
@@ -219,31 +221,31 @@ protected:
     float m_fMinDistance = 1.0F;                 ///< closest that the eye may come
     float m_fFovScale = 0.75F;                   ///< divisor of the field of view
     float m_fZoom = 0.0F;                        ///< how far the eye has moved towards the origin
-    float m_fPanX = 0.0F;                        ///< translation of the model, in model units
-    float m_fPanY = 0.0F;
-    float m_fPanLimitX = 0.0F; ///< largest pan for each unit of zoom when zooming out
-    float m_fPanLimitY = 0.0F;
-    float m_fLineWidth = 1.0F;                 ///< of lines and points, in pixels
-    float m_fScaleA = 1.0F;                    ///< for derived classes
-    float m_fScaleB = 1.0F;                    ///< for derived classes
-    int m_nFontListBase = 0;                   ///< first display list of the fonts
-    int m_nFontListStride = 256;               ///< display lists a font
-    int m_nTexturesWanted = 1;                 ///< 0 to 100
-    int m_nTextures = 0;                       ///< names generated now
-    GLuint m_auTextures[100] = {};             ///< the names
-    DWORD m_dwEffectsAvailable = EFX_LIGHTING; ///< effects that the view supports
-    DWORD m_dwEffectsEnabled = 0xFFFFFFFF;     ///< effects that the user has on
-    DWORD m_dwUpdate = UPD_ALL;                ///< pending update bits
-    CDC* m_pPrintDC = nullptr;                 ///< the printer while `PrintScene` runs
-    CvornOGLDC m_oglDC;
-    CvornOGLLighting m_lighting;
-    CvornOGLMapping m_mapping;
-    CvornUserRot m_userRot;
-    CPoint m_ptLastMouse{0, 0}; ///< at the last mouse move, in client coordinates
-    int m_nReserved = 0;
-    int m_bTextures = 0; ///< the scene has textures
-    int m_bTexDecal = 1; ///< they cover the colour; 0: they are lit like it
-    DWORD m_dwState = 0; ///< transient state bits
+    float m_fPanX = 0.0F;                        ///< translation of the model to the right, in model units
+    float m_fPanY = 0.0F;                        ///< the same upwards
+    float m_fPanLimitX = 0.0F;                   ///< largest pan for each unit of zoom when zooming out
+    float m_fPanLimitY = 0.0F;                   ///< the same upwards
+    float m_fLineWidth = 1.0F;                   ///< of lines and points, in pixels
+    float m_fScaleA = 1.0F;                      ///< for derived classes
+    float m_fScaleB = 1.0F;                      ///< for derived classes
+    int m_nFontListBase = 0;                     ///< first display list of the fonts
+    int m_nFontListStride = 256;                 ///< display lists a font
+    int m_nTexturesWanted = 1;                   ///< 0 to 100
+    int m_nTextures = 0;                         ///< names generated now
+    GLuint m_auTextures[100] = {};               ///< the names
+    DWORD m_dwEffectsAvailable = EFX_LIGHTING;   ///< effects that the view supports
+    DWORD m_dwEffectsEnabled = 0xFFFFFFFF;       ///< effects that the user has on
+    DWORD m_dwUpdate = UPD_ALL;                  ///< pending update bits
+    CDC* m_pPrintDC = nullptr;                   ///< the printer while `PrintScene` runs
+    CvornOGLDC m_oglDC;                          ///< the rendering context
+    CvornOGLLighting m_lighting;                 ///< its light
+    CvornOGLMapping m_mapping;                   ///< captured in each cycle by OnOutputUpdateView
+    CvornUserRot m_userRot;                      ///< turns the model under the mouse
+    CPoint m_ptLastMouse{0, 0};                  ///< at the last mouse move, in client coordinates
+    int m_nReserved = 0;                         ///< not used
+    int m_bTextures = 0;                         ///< the scene has textures
+    int m_bTexDecal = 1;                         ///< they cover the colour; 0: they are lit like it
+    DWORD m_dwState = 0;                         ///< transient state bits
 
 private:
     class Output;
