@@ -13,8 +13,8 @@ namespace {
 class Drawing {
 public:
     Drawing(const CvornSpread& spread, CvornOGLMapping& map, int viewHeight, float depth)
-        : m_spread(spread), m_pen(map, spread.m_rcPos.left, viewHeight - spread.m_rcPos.bottom, depth),
-          m_height(viewHeight) {}
+        : m_spread(spread), m_map(map),
+          m_pen(map, spread.m_rcPos.left, viewHeight - spread.m_rcPos.bottom, depth), m_height(viewHeight) {}
 
     void background(float depth) const {
         m_spread.m_colBack.glColor();
@@ -103,7 +103,9 @@ private:
         return rc;
     }
 
-    void quad(const CRect& rc, float depth) const { m_pen.quad(detail::windowBox(rc, m_height), depth); }
+    void quad(const CRect& rc, float depth) const {
+        detail::windowQuad(m_map, detail::windowBox(rc, m_height), depth);
+    }
 
     void loop(const CRect& rc, float depth) const { m_pen.loop(detail::windowBox(rc, m_height), depth); }
 
@@ -120,6 +122,7 @@ private:
     }
 
     const CvornSpread& m_spread;
+    CvornOGLMapping& m_map;
     detail::WindowPen m_pen;
     int m_height;
 };

@@ -79,20 +79,19 @@ void CvornToolBar::oglOutputBar(CvornOGLMapping& map, int h, float depth) const 
     CvornColour edge = m_colBar;
     edge.Change(0.15F);
 
-    const detail::WindowPen pen(map, bar.left, bar.bottom, depth);
     ::glBegin(GL_QUADS);
     flat.glColor();
     detail::normalOfOverlay();
-    pen.quad({bar.left, bar.bottom, bar.right, middle}, depth);
+    detail::windowQuad(map, {bar.left, bar.bottom, bar.right, middle}, depth);
     flat.Change(0.02F);
     flat.glColor();
     detail::normalOfOverlay();
-    pen.vertex(bar.left, middle, depth);
+    detail::windowVertex(map, bar.left, middle, depth);
     edge.glColor();
-    pen.vertex(bar.left, bar.top, depth);
-    pen.vertex(bar.right, bar.top, depth);
+    detail::windowVertex(map, bar.left, bar.top, depth);
+    detail::windowVertex(map, bar.right, bar.top, depth);
     flat.glColor();
-    pen.vertex(bar.right, middle, depth);
+    detail::windowVertex(map, bar.right, middle, depth);
     ::glEnd();
 }
 

@@ -61,6 +61,7 @@ void CvornToolBarButton::oglOutput(CvornOGLMapping* map, int h, float z, float, 
         frame.Darker(0.05F);
         CvornColour back = m_colBack;
         back.Lighter(0.04F);
+        // NOTE: between glBegin and glEnd, Mesa would hang here, compiling a list in feedback mode.
         detail::normalOfOverlay();
         ::glBegin(GL_LINE_LOOP);
         frame.glColor();
@@ -79,11 +80,10 @@ void CvornToolBarButton::oglOutputShape(CvornOGLMapping* map, CRect& rc, float z
     if (!m_strText.IsEmpty()) return;
     const detail::WindowBox box = {static_cast<double>(rc.left), static_cast<double>(rc.bottom),
                                    static_cast<double>(rc.right), static_cast<double>(rc.top)};
-    const detail::WindowPen pen(*map, box.left, box.bottom, z);
     ::glBegin(GL_QUADS);
     m_colShape.glColor();
     detail::normalOfOverlay();
-    pen.quad(box, z);
+    detail::windowQuad(*map, box, z);
     ::glEnd();
 }
 

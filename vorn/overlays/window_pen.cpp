@@ -15,15 +15,21 @@ Point unprojected(CvornOGLMapping& map, double x, double y, double depth) {
     return {map.m_dPosX, map.m_dPosY, map.m_dPosZ};
 }
 
+/// Not by hypot: it takes as long as all the rest of a pen, and only guards against extremes that single
+/// precision does not have.
+double length(double x, double y, double z) {
+    return std::sqrt(x * x + y * y + z * z);
+}
+
 double distance(const Point& a, const Point& b) {
-    return std::hypot(a.x - b.x, a.y - b.y, a.z - b.z);
+    return length(a.x - b.x, a.y - b.y, a.z - b.z);
 }
 
 /// Single precision rounds a scene point itself, and its sum with the translation that takes it to the eye.
 double roundingOf(const CvornOGLMapping& map, const Point& point) {
     const double* m = map.m_adModel;
-    const double translation = std::hypot(m[12], m[13], m[14]) / std::hypot(m[0], m[1], m[2]);
-    return (distance(point, {0, 0, 0}) + translation) / (1 << 24);
+    const double translation = length(m[12], m[13], m[14]) / length(m[0], m[1], m[2]);
+    return (length(point.x, point.y, point.z) + translation) / (1 << 24);
 }
 
 /// At most the limit; that also where there is no number, since the mapping has no inverse.
@@ -47,16 +53,13 @@ WindowPen::WindowPen(CvornOGLMapping& map, double x, double y, double depth) : m
     m_depth = limited(rounding / deeper + 1.0 / (1 << 23), 1.0 / (1 << 10));
 }
 
-void WindowPen::corners(const WindowBox& box, double firstDepth, double depth) const {
-    vertex(box.left, box.bottom, firstDepth);
-    vertex(box.left, box.top, depth);
-    vertex(box.right, box.top, depth);
-    vertex(box.right, box.bottom, depth);
-}
-
 void WindowPen::loop(const WindowBox& box, double firstDepth, double depth) const {
-    corners({box.left + m_pixels, box.bottom - m_pixels, box.right + m_pixels, box.top - m_pixels},
-            firstDepth, depth);
+    const double left = box.left + m_pixels, right = box.right + m_pixels;
+    const double bottom = box.bottom - m_pixels, top = box.top - m_pixels;
+    windowVertex(m_map, left, bottom, firstDepth);
+    windowVertex(m_map, left, top, depth);
+    windowVertex(m_map, right, top, depth);
+    windowVertex(m_map, right, bottom, depth);
 }
 
 void WindowPen::text(double x, double y, double depth, std::string_view text) const {

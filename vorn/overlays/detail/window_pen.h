@@ -19,6 +19,20 @@ inline WindowBox windowBox(const RECT& client, int viewHeight) {
             static_cast<double>(client.right), static_cast<double>(viewHeight) - client.top};
 }
 
+/// The scene point of a window point, as a vertex.
+inline void windowVertex(CvornOGLMapping& map, double x, double y, double depth) {
+    map.gluUnProject(x, y, depth);
+    map.glVertex3d();
+}
+
+/// The corners of a quad from the lower left by the upper left to the lower right.
+inline void windowQuad(CvornOGLMapping& map, const WindowBox& box, double depth) {
+    windowVertex(map, box.left, box.bottom, depth);
+    windowVertex(map, box.left, box.top, depth);
+    windowVertex(map, box.right, box.top, depth);
+    windowVertex(map, box.right, box.bottom, depth);
+}
+
 /// Draws window points by turning them into scene points. GL turns them back in single precision: an
 /// overlay's points would come out on one or the other side of the pixel border that they lie on, before or
 /// behind others of their depth, and change sides as the scene turns. So lines and texts, which show it, are
@@ -29,23 +43,16 @@ public:
     /// For points of about this place and depth.
     WindowPen(CvornOGLMapping& map, double x, double y, double depth);
 
-    void vertex(double x, double y, double depth) const {
-        m_map.gluUnProject(x, y, depth);
-        m_map.glVertex3d();
-    }
-    /// The corners from the lower left by the upper left to the lower right: of a quad; of one that lines or
-    /// other quads of its depth lie on; and of a line loop, on the quad's left and upper pixels and just
-    /// outside at its right and bottom. The loop's first corner may have a depth of its own.
-    void quad(const WindowBox& box, double depth) const { corners(box, depth, depth); }
-    void quadBehind(const WindowBox& box, double depth) const { quad(box, depth + 2 * m_depth); }
+    /// A quad that lines or other quads of its depth lie on; and a line loop in the same order of corners, on
+    /// the quad's left and upper pixels and just outside at its right and bottom. The loop's first corner may
+    /// have a depth of its own.
+    void quadBehind(const WindowBox& box, double depth) const { windowQuad(m_map, box, depth + 2 * m_depth); }
     void loop(const WindowBox& box, double depth) const { loop(box, depth, depth); }
     void loop(const WindowBox& box, double firstDepth, double depth) const;
     /// Draws with one display list for each byte, by the list base in force.
     void text(double x, double y, double depth, std::string_view text) const;
 
 private:
-    void corners(const WindowBox& box, double firstDepth, double depth) const;
-
     CvornOGLMapping& m_map;
     double m_pixels = 0; // what the rounding can move a point in the window
     double m_depth = 0;  // and in depth
