@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
 #include "tests/bitmaps/bitmap_test.h"
+#include "tests/bitmaps/sample_pictures.h"
 #include "vorn/bitmaps/image_codec.h"
 
 #include <memory>
@@ -88,12 +89,10 @@ TEST_F(ImageCodec, BitmapsOfTheScreenAndOfOneBitAreTakenAndHandlesComeBack) {
 
 TEST_F(ImageCodec, ScalesSmoothlyAndBlendsWhatIsTransparent) {
     // An icon of four columns: opaque black, opaque white, red at half opacity, fully transparent green.
-    const uint32_t columns[] = {0xFF000000, 0xFFFFFFFF, 0x80FF0000, 0x0000FF00};
-    std::vector<BYTE> icon = {0,  0, 1, 0, 1, 0, 4, 4, 0, 0, 1, 0, 32, 0, 120, 0, 0, 0, 22, 0, 0, 0,
-                              40, 0, 0, 0, 4, 0, 0, 0, 8, 0, 0, 0, 1,  0, 32,  0, 0, 0, 0,  0, 0, 0};
-    icon.resize(22 + 120);
+    support::ByteWriter rows;
     for (int row = 0; row < 4; row++)
-        memcpy(&icon[62 + row * 16], columns, 16);
+        rows.put(0xFF000000u, 0xFFFFFFFFu, 0x80FF0000u, 0x0000FF00u);
+    const std::vector<BYTE> icon = support::iconOf(4, 4, rows.bytes);
     Codec image;
     ASSERT_TRUE(image.Load(icon.data(), icon.size()));
     m_canvas.fill(RGB(0, 0, 255));

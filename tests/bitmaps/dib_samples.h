@@ -3,6 +3,7 @@
 
 #include "vorn/bitmaps/dib.h"
 
+#include <cstdlib>
 #include <cstring>
 #include <random>
 #include <vector>
@@ -32,6 +33,17 @@ struct HeaderBlock {
     BITMAPINFOHEADER header;
     RGBQUAD colours[256];
 };
+
+/// An image of random pixels.
+inline CvornDIB noiseDib(int width, int height, int bits) {
+    HeaderBlock block(width, height, bits);
+    const Bytes pixels = noise(static_cast<std::size_t>(block.stride() * height));
+    auto* owned = static_cast<BYTE*>(std::malloc(pixels.size()));
+    std::memcpy(owned, pixels.data(), pixels.size());
+    CvornDIB dib;
+    dib.Create(block.info(), owned, TRUE);
+    return dib;
+}
 
 /// What GDI must show at a pixel, counted from the upper left corner, read the plain way.
 inline COLORREF colourAt(const CvornDIB& dib, int x, int y) {

@@ -12,8 +12,8 @@ namespace support {
 constexpr int sampleWidth = 40, sampleHeight = 20;
 constexpr COLORREF quarterColours[] = {RGB(255, 0, 0), RGB(0, 255, 0), RGB(0, 0, 255), RGB(255, 255, 255)};
 
-constexpr int quarterAt(int x, int y, int width = sampleWidth, int height = sampleHeight) {
-    return (y >= height / 2 ? 2 : 0) + (x >= width / 2 ? 1 : 0);
+constexpr int quarterAt(int x, int y) {
+    return (y >= sampleHeight / 2 ? 2 : 0) + (x >= sampleWidth / 2 ? 1 : 0);
 }
 
 /// Bytes put together from values of their own width, little-endian.
@@ -77,15 +77,18 @@ inline std::vector<BYTE> sampleTiff() {
     return file.bytes;
 }
 
-/// One picture of 32 bits at `iconPixels`, and its mask behind it.
+/// One picture of 32 bits at `iconPixels`, rows upwards, and behind it its mask, which hides nothing.
 constexpr size_t iconPixels = 62, iconMask = iconPixels + sampleWidth * sampleHeight * 4;
-inline std::vector<BYTE> sampleIcon() {
-    const std::vector<BYTE> bits = sampleBits(), mask(8 * sampleHeight);
-    const BITMAPINFOHEADER header = {40, sampleWidth, 2 * sampleHeight, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
+inline std::vector<BYTE> iconOf(int width, int height, const std::vector<BYTE>& bits) {
+    const std::vector<BYTE> mask((width + 31) / 32 * 4 * height);
+    const BITMAPINFOHEADER header = {40, width, 2 * height, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
     ByteWriter file;
-    file.put(WORD{0}, WORD{1}, WORD{1}, BYTE{sampleWidth}, BYTE{sampleHeight}, WORD{0}, WORD{1}, WORD{32},
-             static_cast<DWORD>(40 + bits.size() + mask.size()), DWORD{22}, header);
+    file.put(WORD{0}, WORD{1}, WORD{1}, static_cast<BYTE>(width), static_cast<BYTE>(height), WORD{0}, WORD{1},
+             WORD{32}, static_cast<DWORD>(40 + bits.size() + mask.size()), DWORD{22}, header);
     return file.append(bits.data(), bits.size()).append(mask.data(), mask.size()).bytes;
+}
+inline std::vector<BYTE> sampleIcon() {
+    return iconOf(sampleWidth, sampleHeight, sampleBits());
 }
 
 /// The sample as the bytes of a file: "bmp", "gif", "ico", "jpeg", "png" or "tiff".
@@ -93,11 +96,12 @@ inline std::vector<BYTE> samplePicture(const std::string& format) {
     if (format == "gif") return sampleGif();
     if (format == "tiff") return sampleTiff();
     if (format == "ico") return sampleIcon();
+    using Codec = CvornImageCodec;
+    const int encoding = format == "bmp"    ? Codec::FORMAT_BMP
+                         : format == "jpeg" ? Codec::FORMAT_JPEG
+                                            : Codec::FORMAT_PNG;
     DWORD size = 0;
-    BYTE* buffer = CvornImageCodec::EncodeBits(format == "bmp"    ? 1
-                                               : format == "jpeg" ? 3
-                                                                  : 4,
-                                               size, sampleBits().data(), sampleWidth, sampleHeight, 32);
+    BYTE* buffer = Codec::EncodeBits(encoding, size, sampleBits().data(), sampleWidth, sampleHeight, 32);
     const std::vector<BYTE> bytes(buffer, buffer + size);
     free(buffer);
     return bytes;
