@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <cmath>
 #include <gtest/gtest.h>
+#include <numeric>
 #include <tuple>
 
 namespace {
@@ -53,9 +54,8 @@ TEST(SurfaceMesh, CoversItsExtentsWithFrontsUp) {
 }
 
 TEST(SurfaceMesh, SquaresThatTouchAHoleStayOpen) {
-    std::vector<double> values(5 * 5, 1);
-    for (int i = 0; i < 25; ++i)
-        values[i] = i;
+    std::vector<double> values(5 * 5);
+    std::iota(values.begin(), values.end(), 0);
     values[12] = hole; // the middle: four squares of sixteen go
     SurfaceMesh mesh = meshOf(5, 5, values);
     EXPECT_NEAR(areaFromAbove(mesh), 12.0 / 16, 1e-6);
@@ -68,19 +68,18 @@ TEST(SurfaceMesh, SquaresThatTouchAHoleStayOpen) {
 TEST(SurfaceMesh, NormalsFollowThePlaneAtEdgesAndHoles) {
     constexpr int rows = 7, columns = 9;
     std::vector<double> values;
-    for (int row = 0; row < rows; ++row) {
-        for (int column = 0; column < columns; ++column)
-            values.push_back(3 * column + 2 * row);
-    }
+    for (int i = 0; i < rows * columns; ++i)
+        values.push_back(3 * (i % columns) + 2 * (i / columns));
     values[2 * columns + 3] = values[4 * columns + 5] = values[4 * columns + 6] = hole;
     SurfaceMesh mesh = meshOf(rows, columns, values, {1, 0.75f, 0.5f});
     // z falls away from the viewer: 36 levels are 0.5 high, 24 of them lie along x and 12 along y.
     double slopeX = 0.5 * 24 / 36, slopeY = -0.5 * 12 / 36 / 0.75, length = std::hypot(slopeX, slopeY, 1);
     for (std::size_t i = 0; i < mesh.vertices.size(); ++i) {
         if (std::isnan(values[i])) continue;
-        EXPECT_NEAR(mesh.vertices[i].normal[0], -127 * slopeX / length, 0.51) << i;
-        EXPECT_NEAR(mesh.vertices[i].normal[1], -127 * slopeY / length, 0.51) << i;
-        EXPECT_NEAR(mesh.vertices[i].normal[2], 127 / length, 0.51) << i;
+        const auto& normal = mesh.vertices[i].normal;
+        EXPECT_NEAR(normal[0], -127 * slopeX / length, 0.51) << i;
+        EXPECT_NEAR(normal[1], -127 * slopeY / length, 0.51) << i;
+        EXPECT_NEAR(normal[2], 127 / length, 0.51) << i;
     }
 }
 
