@@ -22,6 +22,7 @@ CScatterView::Spot CScatterView::spotOf(std::size_t index) {
 
 /// The point whose edge comes nearest to the mouse; of several under it the foremost. -1 for none in reach.
 int CScatterView::nearestTo(CPoint pt) {
+    if (m_mapping.GetScreenRadius() == 0) return -1; // never painted
     std::pair best(reach, 1.0);
     int nearest = -1;
     for (std::size_t i = 0; i < m_data.points.size(); ++i) {

@@ -22,6 +22,8 @@ public:
 
     /// Shows the panel of a point; false when none has that name.
     bool pointAt(const std::string& name);
+    /// The panel of the point that the mouse is at; null when it is at none.
+    const CvornTextPanel* tip() const { return m_hot >= 0 ? &m_tip : nullptr; }
 
 protected:
     void OnUpdateTextMetrics(CDC* pDC, int bPrint) override;
