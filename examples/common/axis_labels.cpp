@@ -124,10 +124,14 @@ void AxisLabels::add(CvornOGLMapping& mapping, const CvornAxisSet& set, std::siz
     addText(mapping, axis, edge, {0.5F, title}, priority, widest + m_metrics.tmHeight * 0.8);
 }
 
-void AxisLabels::draw(CvornOGLMapping& mapping) {
+void AxisLabels::draw(CvornOGLMapping& mapping, std::span<const CRect> keptClear) {
     GLint viewport[4];
     ::glGetIntegerv(GL_VIEWPORT, viewport);
-    layOutLabels(m_placed, viewport[2], viewport[3], m_metrics.tmHeight * 0.35);
+    std::vector<LabelBox> taken;
+    for (const CRect& rc : keptClear)
+        taken.push_back({static_cast<double>(rc.left), static_cast<double>(viewport[3] - rc.bottom),
+                         static_cast<double>(rc.Width()), static_cast<double>(rc.Height())});
+    layOutLabels(m_placed, viewport[2], viewport[3], m_metrics.tmHeight * 0.35, taken);
 
     ::glPushAttrib(GL_ENABLE_BIT | GL_CURRENT_BIT | GL_LIST_BIT);
     for (GLenum capability : {GL_LIGHTING, GL_DEPTH_TEST, GL_TEXTURE_2D, GL_ALPHA_TEST})

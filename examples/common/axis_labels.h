@@ -39,8 +39,9 @@ public:
     /// Adds the texts of axis 0 to 2 (x, y, z). Those of the lowest priority get their places first.
     void add(CvornOGLMapping& mapping, const CvornAxisSet& set, std::size_t which,
              std::span<const Tick> ticks, const std::string& title, int priority);
-    /// Draws the texts in front of everything. The mapping is the view's.
-    void draw(CvornOGLMapping& mapping);
+    /// Draws the texts in front of everything, beside what is kept clear (client coordinates). The mapping is
+    /// the view's.
+    void draw(CvornOGLMapping& mapping, std::span<const CRect> keptClear = {});
     /// As the last `draw` placed them; pixels of the viewport.
     const std::vector<PlacedLabel>& placed() const { return m_placed; }
 

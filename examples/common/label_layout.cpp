@@ -36,14 +36,16 @@ bool moveInside(PlacedLabel& label, double width, double height, double margin) 
     return near;
 }
 
-bool collide(const PlacedLabel& a, const PlacedLabel& b, double gap) {
+template <typename Box>
+bool collide(const PlacedLabel& a, const Box& b, double gap) {
     return a.left < b.left + b.width + gap && b.left < a.left + a.width + gap &&
            a.bottom < b.bottom + b.height + gap && b.bottom < a.bottom + a.height + gap;
 }
 
 } // namespace
 
-void layOutLabels(std::span<PlacedLabel> labels, double width, double height, double gap) {
+void layOutLabels(std::span<PlacedLabel> labels, double width, double height, double gap,
+                  std::span<const LabelBox> taken) {
     std::vector<std::size_t> order(labels.size());
     std::iota(order.begin(), order.end(), std::size_t{0});
     std::stable_sort(order.begin(), order.end(),
@@ -55,6 +57,10 @@ void layOutLabels(std::span<PlacedLabel> labels, double width, double height, do
         if (!std::isfinite(label.x) || !std::isfinite(label.y)) continue;
         placeBeside(label, gap);
         if (!moveInside(label, width, height, gap)) continue;
+        if (std::any_of(taken.begin(), taken.end(), [&](const LabelBox& box) {
+                return box.width > 0 && box.height > 0 && collide(label, box, gap);
+            }))
+            continue;
         label.shown = std::none_of(standing.begin(), standing.end(),
                                    [&](const PlacedLabel* other) { return collide(label, *other, gap); });
         if (label.shown) standing.push_back(&label);

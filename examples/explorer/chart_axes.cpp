@@ -195,13 +195,13 @@ void ChartAxes::addLabels(CvornOGLMapping& mapping, std::size_t which, int prior
     m_labels.add(mapping, m_set, which, ticks, m_scales[which].title, priority);
 }
 
-void ChartAxes::drawLabels(CvornOGLMapping& mapping) {
+void ChartAxes::drawLabels(CvornOGLMapping& mapping, std::span<const CRect> keptClear) {
     m_labels.clear();
     if (!shows(SHOW_AXES | SHOW_LABELS)) return;
     addLabels(mapping, 2, 0);
     addLabels(mapping, 0, 1);
     addLabels(mapping, 1, 2);
-    m_labels.draw(mapping);
+    m_labels.draw(mapping, keptClear);
 }
 
 void ChartAxes::serialize(CArchive& archive) {

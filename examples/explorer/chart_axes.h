@@ -8,6 +8,7 @@
 #include <vorn/vorn.h>
 
 #include <array>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -36,12 +37,13 @@ public:
     void draw() const;
 
     /// Makes the font for a picture of that height. `dc` is the one that GL draws to.
-    void makeFont(CDC& dc, int pictureHeight, int listBase) {
+    CFont& makeFont(CDC& dc, int pictureHeight, int listBase) {
         m_labels.makeFont(dc, pictureHeight, listBase);
+        return m_labels.font();
     }
-    /// Draws the texts in front of everything, as far as they have room in the viewport. The mapping is the
-    /// view's.
-    void drawLabels(CvornOGLMapping& mapping);
+    /// Draws the texts in front of everything, as far as they have room in the viewport beside what is kept
+    /// clear (client coordinates). The mapping is the view's.
+    void drawLabels(CvornOGLMapping& mapping, std::span<const CRect> keptClear);
     /// As the last `drawLabels` placed them; pixels of the viewport.
     const std::vector<examples::PlacedLabel>& labels() const { return m_labels.placed(); }
 

@@ -9,6 +9,7 @@
 
 #include <afxdlgs.h>
 
+#include <cstring>
 #include <stdexcept>
 
 namespace {
@@ -16,8 +17,8 @@ namespace {
 constexpr char profileSection[] = "Copy";
 
 struct Item {
-    int id; ///< 0: a separator
-    const char* text;
+    int id;           ///< 0: a separator
+    const char* text; ///< ends with a tab and the key, if it has one
 };
 constexpr Item items[] = {{ID_COPY, "&Copy"},
                           {ID_COPY_METAFILE, "Copy as &metafile"},
@@ -34,7 +35,8 @@ constexpr Item items[] = {{ID_COPY, "&Copy"},
                           {ID_SHOW_TIPS, "&Arrow tips\tA"},
                           {ID_SHOW_LABELS, "&Labels\tL"},
                           {ID_SHOW_PLANES, "Pla&nes\tP"},
-                          {ID_SHOW_LIGHTING, "L&ighting"}};
+                          {ID_SHOW_LIGHTING, "L&ighting\tI"},
+                          {ID_SHOW_LEGEND, "Legen&d\tE"}};
 
 /// The part of the axes that a command switches; 0 for other commands.
 DWORD partOf(int command) {
@@ -105,6 +107,14 @@ bool createExplorerMenu(CMenu& menu) {
     return true;
 }
 
+int commandOfKey(UINT key) {
+    for (const Item& item : items) {
+        const char* const tab = item.text != nullptr ? std::strchr(item.text, '\t') : nullptr;
+        if (tab != nullptr && static_cast<UINT>(tab[1]) == key) return item.id;
+    }
+    return 0;
+}
+
 void CExplorerView::loadCopySettings() {
     if (CWinApp* app = ::AfxGetApp()) m_copyInfo.Load(app, profileSection);
 }
@@ -124,6 +134,8 @@ void CExplorerView::OnUpdateMenuItem(int nID, CCmdUI& cmdUI) {
         cmdUI.SetCheck(m_axes.shows(part));
     else if (nID == ID_SHOW_LIGHTING)
         cmdUI.SetCheck(EFFECT(EFX_LIGHTING));
+    else if (nID == ID_SHOW_LEGEND)
+        cmdUI.SetCheck(m_legend.isShown());
 }
 
 void CExplorerView::OnMenuItem(int nID) {
@@ -157,6 +169,9 @@ void CExplorerView::onCommand(int command) {
     case ID_SHOW_LIGHTING:
         m_dwEffectsEnabled ^= EFX_LIGHTING;
         return SetUpdate(UPD_EFFECTS, TRUE, TRUE);
+    case ID_SHOW_LEGEND:
+        m_legend.setShown(!m_legend.isShown());
+        return SetUpdate(UPD_VIEW, TRUE, TRUE);
     default:
         if (const DWORD part = partOf(command)) {
             m_axes.toggle(part);

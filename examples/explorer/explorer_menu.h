@@ -18,8 +18,11 @@ enum ExplorerCommand : int {
     ID_SHOW_TIPS,
     ID_SHOW_LABELS,
     ID_SHOW_PLANES,
-    ID_SHOW_LIGHTING
+    ID_SHOW_LIGHTING,
+    ID_SHOW_LEGEND
 };
 
 /// Fills an empty menu object with the commands. False when the system refuses.
 bool createExplorerMenu(CMenu& menu);
+/// The command of a key; 0 for a key without one.
+int commandOfKey(UINT key);

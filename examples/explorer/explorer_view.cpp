@@ -11,8 +11,9 @@ namespace {
 
 constexpr COLORREF background = RGB(250, 250, 248);
 
-/// Display lists 1000 to 1255 hold the font; glGenLists hands out low numbers.
+/// Display lists 1000 to 1255 hold the font, those after it the overlays; glGenLists hands out low numbers.
 constexpr int fontLists = 1000;
+constexpr int overlayLists = 1300;
 
 /// The planes that can have a picture, in the order of the options.
 constexpr std::array<DWORD, 3> planes = {PLANE_XY, PLANE_XZ, PLANE_YZ};
@@ -48,17 +49,22 @@ void setPreset(float (&preset)[3], float aboutX, float aboutZ) {
     preset[2] = aboutZ;
 }
 
-} // namespace
+/// A file's name without its folder and ending.
+std::string nameOf(const std::string& file) {
+    const std::size_t slash = file.find_last_of("\\/:");
+    const std::string name = slash == std::string::npos ? file : file.substr(slash + 1);
+    return name.substr(0, name.find_last_of('.'));
+}
 
-BEGIN_MESSAGE_MAP(CExplorerView, CvornOGLWnd)
-    ON_WM_KEYDOWN()
-END_MESSAGE_MAP()
+} // namespace
 
 CExplorerView::CExplorerView(examples::Grid grid, const Options& options)
     : m_grid(std::move(grid)), m_ramp(*examples::ColourRamp::named(options.ramp)),
-      m_axes(m_grid, options.titles), m_hasPlanes(loadPlanes(options.planeFiles)) {
+      m_axes(m_grid, options.titles), m_legend(nameOf(options.file), m_grid, m_ramp),
+      m_overlays({&m_legend}, overlayLists), m_hasPlanes(loadPlanes(options.planeFiles)) {
     for (DWORD bits : options.hidden)
         m_axes.toggle(bits);
+    m_legend.setPlace(options.legend);
     m_clrBackground = background;
     m_nFontListBase = fontLists;
     m_nTexturesWanted = 3;
@@ -132,9 +138,16 @@ bool CExplorerView::loadPlanes(const std::array<std::string, 3>& files) {
     return any;
 }
 
+/// The side of the picture that its font is made for, in steps of one pixel of the font.
+int CExplorerView::fontSide() const {
+    return std::min<int>(m_rcView.Height(), m_rcView.Width() * 4 / 5) / 46 * 46;
+}
+
 // A picture on a plane is as large as the view asks for, in steps, so that most new sizes need no new
 // picture.
 void CExplorerView::OnSetViewportSize(int) {
+    m_laidOut = false;
+    if (fontSide() != m_fontSide) SetUpdate(UPD_FONTS, FALSE, FALSE);
     float pixels = 256;
     while (pixels < std::max(m_rcView.Width(), m_rcView.Height()) && pixels < 1024)
         pixels *= 2;
@@ -154,8 +167,16 @@ void CExplorerView::OnUpdateTextureInfo() {
 }
 
 void CExplorerView::OnUpdateTextMetrics(CDC*, int) {
-    if (!m_axes.shows(ChartAxes::SHOW_AXES | ChartAxes::SHOW_LABELS)) return;
-    if (CDC* dc = m_oglDC.GetDC()) m_axes.makeFont(*dc, m_rcView.Height(), m_nFontListBase);
+    CDC* dc = m_oglDC.GetDC(); // the one that GL draws to
+    if (dc == nullptr) return;
+    m_fontSide = fontSide();
+    CFont& font = m_axes.makeFont(*dc, m_fontSide, m_nFontListBase);
+    m_overlays.updateMetrics(*dc, font, m_nFontListBase);
+}
+
+void CExplorerView::OnSetEffects() {
+    CvornOGLWnd::OnSetEffects();
+    ::glDepthRange(ChartOverlay::sceneDepth, 1);
 }
 
 void CExplorerView::OnBuild() {
@@ -169,53 +190,12 @@ void CExplorerView::OnBuild() {
 }
 
 void CExplorerView::OnOutputToDC(CDC*, int, int) {
+    m_overlays.prepare(m_mapping, m_rcView.Size());
+    m_laidOut = true;
     m_axes.draw();
     m_surface.draw();
-    m_axes.drawLabels(m_mapping);
+    m_axes.drawLabels(m_mapping, m_overlays.bounds());
+    m_overlays.draw();
     // Without a context the cycle runs all the same, and draws nothing.
     m_drawn = ::wglGetCurrentContext() != nullptr;
-}
-
-// What the key switches on or off; false for any other key.
-bool CExplorerView::onSwitchKey(UINT nChar) {
-    switch (nChar) {
-    case 'G':
-        m_axes.toggle(AXES_GRIDS);
-        break;
-    case 'A':
-        m_axes.toggle(AXES_TIPS);
-        break;
-    case 'L':
-        m_axes.toggle(ChartAxes::SHOW_LABELS);
-        SetUpdate(UPD_FONTS, FALSE, FALSE);
-        break;
-    case 'P':
-        m_axes.toggle(ChartAxes::SHOW_PLANES);
-        break;
-    default:
-        return false;
-    }
-    SetUpdate(UPD_BUILD, TRUE, TRUE);
-    return true;
-}
-
-void CExplorerView::OnKeyDown(UINT nChar, UINT nRepCnt, UINT nFlags) {
-    switch (nChar) {
-    case 'D':
-        lookFrom(ViewPoint::threeD);
-        break;
-    case 'F':
-        lookFrom(ViewPoint::front);
-        break;
-    case 'T':
-        lookFrom(ViewPoint::top);
-        break;
-    case 'S':
-        lookFrom(ViewPoint::side);
-        break;
-    default:
-        onSwitchKey(nChar);
-        break;
-    }
-    CvornOGLWnd::OnKeyDown(nChar, nRepCnt, nFlags);
 }

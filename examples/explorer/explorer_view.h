@@ -2,13 +2,16 @@
 #pragma once
 
 #include "chart_axes.h"
+#include "legend.h"
 #include "options.h"
+#include "overlay_stack.h"
 #include "surface.h"
 
 #include <vorn/vorn.h>
 
-/// The chart window: a grid of numbers as a lit surface between axes. Turning, moving and zooming come from
-/// the base; keys choose where to look from, and what is shown.
+/// The chart window: a grid of numbers as a lit surface between axes, with overlays before it. Turning,
+/// moving and zooming come from the base, for what of the mouse is not the overlays'; keys choose where to
+/// look from, and what is shown.
 class CExplorerView : public CvornOGLWnd {
 public:
     CExplorerView(examples::Grid grid, const Options& options);
@@ -27,6 +30,7 @@ public:
     bool drawPicture(CvornDIBSurface& picture);
 
     ChartAxes& axes() { return m_axes; }
+    ChartLegend& legend() { return m_legend; }
 
     /// In what format and size the chart is copied. The application's profile keeps them.
     const CvornCopyInfo& copySettings() const { return m_copyInfo; }
@@ -36,6 +40,7 @@ protected:
     void OnSetViewportSize(int bRedraw) override;
     void OnUpdateTextureInfo() override;
     void OnUpdateTextMetrics(CDC* pDC, int bPrint) override;
+    void OnSetEffects() override;
     void OnBuild() override;
     void OnOutputToDC(CDC* pDC, int x, int y) override;
     void OnShowMenu() override;
@@ -43,18 +48,30 @@ protected:
     void OnMenuItem(int nID) override;
 
     afx_msg void OnKeyDown(UINT nChar, UINT nRepCnt, UINT nFlags);
+    afx_msg void OnLButtonDown(UINT nFlags, CPoint pt);
+    afx_msg void OnLButtonUp(UINT nFlags, CPoint pt);
+    afx_msg void OnMouseMove(UINT nFlags, CPoint pt);
+    afx_msg void OnRButtonDown(UINT nFlags, CPoint pt);
+    afx_msg LRESULT OnCaptureChanged(WPARAM, LPARAM lParam);
+    afx_msg LRESULT OnMouseLeave(WPARAM, LPARAM);
     DECLARE_MESSAGE_MAP()
 
 private:
-    bool onSwitchKey(UINT nChar);
     void onCommand(int command);
+    void layOutNow();
+    void showChanges();
     void setUpCopies();
     bool loadPlanes(const std::array<std::string, 3>& files);
+    int fontSide() const;
 
     examples::Grid m_grid;
     examples::ColourRamp m_ramp;
     Surface m_surface;
     ChartAxes m_axes;
+    ChartLegend m_legend;
+    OverlayStack m_overlays;
+    int m_fontSide = 0;        ///< of the picture that the font was made for
+    bool m_laidOut = false;    ///< the overlays, for the view as it is now
     float m_planePixels = 512; ///< the longer side of a plane's picture
     bool m_hasPlanes;          ///< pictures on them
     CvornCopyInfo m_copyInfo;

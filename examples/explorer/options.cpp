@@ -58,6 +58,29 @@ void parsePlane(std::string_view text, Options& options) {
     throw OptionsError("--plane takes xy=FILE, xz=FILE or yz=FILE");
 }
 
+struct NamedPlace {
+    std::string_view name;
+    LegendPlace place;
+};
+constexpr std::array<NamedPlace, 9> legendPlaces = {{{"top-left", {TPA_LEFT, TPA_TOP}},
+                                                     {"top", {TPA_HCENTER, TPA_TOP}},
+                                                     {"top-right", {TPA_RIGHT, TPA_TOP}},
+                                                     {"left", {TPA_LEFT, TPA_VCENTER}},
+                                                     {"centre", {TPA_HCENTER, TPA_VCENTER}},
+                                                     {"right", {TPA_RIGHT, TPA_VCENTER}},
+                                                     {"bottom-left", {TPA_LEFT, TPA_BOTTOM}},
+                                                     {"bottom", {TPA_HCENTER, TPA_BOTTOM}},
+                                                     {"bottom-right", {TPA_RIGHT, TPA_BOTTOM}}}};
+
+std::optional<LegendPlace> parseLegendPlace(std::string_view text) {
+    if (text == "none") return std::nullopt;
+    for (const NamedPlace& known : legendPlaces) {
+        if (known.name == text) return known.place;
+    }
+    throw OptionsError("--legend takes top-left, top, top-right, left, centre, right, bottom-left, bottom, "
+                       "bottom-right or none");
+}
+
 /// Reads the name of a part of the axes.
 DWORD parsePart(std::string_view text) {
     if (text == "grids") return AXES_GRIDS;
@@ -65,7 +88,15 @@ DWORD parsePart(std::string_view text) {
     if (text == "labels") return ChartAxes::SHOW_LABELS;
     if (text == "planes") return ChartAxes::SHOW_PLANES;
     if (text == "axes") return ChartAxes::SHOW_AXES;
-    throw OptionsError("--hide takes one of axes, grids, tips, labels, planes");
+    throw OptionsError("--hide takes one of axes, grids, tips, labels, planes, legend");
+}
+
+/// Reads the name of a part of the picture.
+void parseHidden(std::string_view text, Options& options) {
+    if (text == "legend")
+        options.legend.reset();
+    else
+        options.hidden.push_back(parsePart(text));
 }
 
 } // namespace
@@ -107,7 +138,9 @@ Options parseOptions(int count, const char* const* arguments) {
         } else if (argument == "--plane") {
             parsePlane(value(), options);
         } else if (argument == "--hide") {
-            options.hidden.push_back(parsePart(value()));
+            parseHidden(value(), options);
+        } else if (argument == "--legend") {
+            options.legend = parseLegendPlace(value());
         } else if (argument == "--save") {
             options.saveFile = value();
         } else if (argument == "--load") {
@@ -144,7 +177,9 @@ std::string usageText() {
            "\n"
            "  --titles X,Y,Z    what runs along the axes (from the file's headers)\n"
            "  --plane xy=FILE   a picture on that plane of the axes (also xz, yz)\n"
-           "  --hide PART       without axes, grids, tips, labels or planes\n"
+           "  --hide PART       without axes, grids, tips, labels, planes or legend\n"
+           "  --legend PLACE    top-left, top, top-right, left, centre, right, bottom-left, bottom,\n"
+           "                    bottom-right or none (bottom-left)\n"
            "  --save CHART      write the chart's ranges and parameters to a file\n"
            "  --load CHART      take them from such a file\n"
            "\n"

@@ -6,6 +6,7 @@
 #include <vorn/vorn.h>
 
 #include <array>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -13,6 +14,12 @@ using examples::OptionsError;
 
 /// Where the first picture looks from.
 enum class ViewPoint { threeD, front, top, side };
+
+/// Where the legend stands: the text panel's alignments.
+struct LegendPlace {
+    int horizontal = TPA_LEFT;
+    int vertical = TPA_BOTTOM;
+};
 
 /// What the command line asks for.
 struct Options {
@@ -30,8 +37,9 @@ struct Options {
     std::array<std::string, 3> titles;     ///< of the axes; empty: from the grid's headers
     std::array<std::string, 3> planeFiles; ///< pictures on the planes xy, xz and yz
     std::vector<DWORD> hidden;             ///< parts of the axes not to be shown
-    std::string saveFile;                  ///< where to save the chart's ranges and parameters
-    std::string loadFile;                  ///< where to load them from
+    std::optional<LegendPlace> legend = LegendPlace();
+    std::string saveFile; ///< where to save the chart's ranges and parameters
+    std::string loadFile; ///< where to load them from
     bool help = false;
 
     /// The chart goes somewhere else, and no window is shown.

@@ -134,8 +134,8 @@ TEST_F(ExplorerTest, ExportsThePictureOfTheFile) {
                                                 {"d.PNG", "--size 1x1", 1, 1}}) {
         SCOPED_TRACE(name);
         ExplorerProcess explorer(quoted("four fields.csv") +
-                                 " --view top --hide grids --hide labels --export " + quoted(name) + " " +
-                                 options);
+                                 " --view top --hide grids --hide labels --hide legend --export " +
+                                 quoted(name) + " " + options);
         EXPECT_EQ(explorer.wait(), 0) << explorer.output();
         const auto picture = pictureIn(m_folder.pathOf(name));
         ASSERT_TRUE(picture && picture->width() == width && picture->height() == height);

@@ -28,6 +28,7 @@ Grid someGrid(int rows, int columns) {
 Options optionsOf(const char* ramp) {
     Options options;
     options.ramp = ramp;
+    options.legend.reset(); // the chart alone
     return options;
 }
 

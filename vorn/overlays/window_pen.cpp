@@ -45,11 +45,12 @@ namespace vorn::detail {
 
 WindowPen::WindowPen(CvornOGLMapping& map, double x, double y, double depth) : m_map(map) {
     constexpr double depthStep = 1.0 / (1 << 10);
+    constexpr double subpixel = 1.0 / 200; // drivers round to 256ths of a pixel
     const Point point = unprojected(map, x, y, depth);
     const double pixel = distance(point, unprojected(map, x + 1, y, depth));
     const double deeper = distance(point, unprojected(map, x, y, depth + depthStep)) / depthStep;
     const double rounding = roundingOf(map, point) * safety;
-    m_pixels = limited(rounding / pixel + 1.0 / (1 << 10), 0.25);
+    m_pixels = limited(rounding / pixel + subpixel, 0.25);
     m_depth = limited(rounding / deeper + 1.0 / (1 << 23), 1.0 / (1 << 10));
 }
 
