@@ -11,12 +11,6 @@
 
 namespace {
 
-std::string folderOfThisProgram() {
-    char path[MAX_PATH] = "";
-    ::GetModuleFileNameA(nullptr, path, MAX_PATH);
-    return std::string(path).substr(0, std::string(path).find_last_of('\\') + 1);
-}
-
 /// A running explorer whose standard output and error come through a pipe.
 class ExplorerProcess {
 public:
@@ -29,7 +23,7 @@ public:
         start.cb = sizeof start;
         start.dwFlags = STARTF_USESTDHANDLES;
         start.hStdOutput = start.hStdError = write;
-        std::string line = "\"" + folderOfThisProgram() + "explorer.exe\" " + arguments;
+        std::string line = "explorer.exe " + arguments; // it stands beside this program
         EXPECT_TRUE(::CreateProcessA(nullptr, line.data(), nullptr, nullptr, TRUE, 0, nullptr, nullptr,
                                      &start, &m_process))
             << line;
@@ -60,22 +54,17 @@ public:
             text.append(part, count);
         return text;
     }
-    /// The process's visible window, or null.
+    /// The program's visible window, or null.
     HWND window() const {
-        struct Search {
-            DWORD process;
-            HWND found;
-        } search = {m_process.dwProcessId, nullptr};
-        ::EnumWindows(
-            [](HWND window, LPARAM context) -> BOOL {
-                auto& search = *reinterpret_cast<Search*>(context);
-                DWORD process = 0;
-                ::GetWindowThreadProcessId(window, &process);
-                if (process == search.process && ::IsWindowVisible(window)) search.found = window;
-                return search.found == nullptr;
+        HWND found = nullptr;
+        ::EnumThreadWindows(
+            m_process.dwThreadId,
+            [](HWND window, LPARAM found) -> BOOL {
+                if (::IsWindowVisible(window)) *reinterpret_cast<HWND*>(found) = window;
+                return TRUE;
             },
-            reinterpret_cast<LPARAM>(&search));
-        return search.found;
+            reinterpret_cast<LPARAM>(&found));
+        return found;
     }
 
 private:

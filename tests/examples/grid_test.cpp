@@ -68,7 +68,6 @@ TEST(Grid, ReadsTablesAsOtherProgramsWriteThem) {
         {"lat\\lon,10,30\n36,5,6\n35,7,8", "5 6 / 7 8", "10|30|", "36|35|"},
         {"depth,10,bottom\n1,2,3", "1 2 3", "depth|10|bottom|"},
         {"t,0,1\nnorth,50,60\nsouth,52,61", "50 60 / 52 61", "0|1|", "north|south|"},
-        {"north,50,60\nsouth,52,61", "50 60 / 52 61", "", "north|south|"},
         {",0,1\n0,55,66\n1,57,68\n", "55 66 / 57 68", "0|1|", "0|1|"},
         {",2,3\n4,5,6\n7,8,9\n", "- 2 3 / 4 5 6 / 7 8 9"},
     };

@@ -114,12 +114,15 @@ TEST(Dialog, RefusesWrongInputAndStaysOpen) {
         const char* message;
     } cases[] = {{1001, "", integer},
                  {1001, "5x", integer},
+                 {1001, "2147483648", integer},
                  {1001, "99999999999999999999", integer},
                  {1001, "11", integerRange},
+                 {1001, "-11", integerRange},
                  {1002, "1,5", number},
                  {1002, "nan", number},
                  {1002, "0x10", number},
                  {1002, "1e999", number},
+                 {1002, "-0.001", numberRange},
                  {1002, "100000.01", numberRange},
                  {1003, "seven..", "Please enter no more than 6 characters."}};
     for (const auto& c : cases) {

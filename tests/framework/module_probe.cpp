@@ -32,11 +32,6 @@ extern "C" __declspec(dllexport) ModuleProbe moduleProbe() {
                 AFX_MANAGE_STATE(AfxGetStaticModuleState());
                 return AfxMessageBox(text, MB_YESNO);
             },
-        .spoilResources =
-            [] {
-                AFX_MANAGE_STATE(AfxGetStaticModuleState());
-                AfxSetResourceHandle(::GetModuleHandleA("kernel32.dll"));
-            },
         .throwInside =
             [] {
                 AFX_MANAGE_STATE(AfxGetStaticModuleState());

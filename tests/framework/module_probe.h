@@ -10,8 +10,6 @@ struct ModuleProbe {
     CWinApp* (*appInside)();
     int (*loadString)(unsigned id, char* buffer, unsigned size);
     int (*messageBox)(const char* text);
-    /// Sets the resource handle of the module's state and leaves it so.
-    void (*spoilResources)();
     void (*throwInside)();
 };
 

@@ -64,8 +64,10 @@ TEST(String, TakesPartsWithinItsBounds) {
         {s.Mid(4, INT_MAX), "ef"},
         {s.Mid(9, 1), ""},
         {s.Mid(1, -1), ""},
+        {s.Left(2), "ab"},
         {s.Left(99), "abcdef"},
         {s.Left(-1), ""},
+        {s.Right(2), "ef"},
         {s.Right(99), "abcdef"},
         {s.Right(-1), ""},
         {s.SpanIncluding("ba"), "ab"},
@@ -104,6 +106,7 @@ TEST(String, ChangesInPlace) {
     EXPECT_EQ(changed("aBc\xE9", [](CString& s) { s.MakeUpper(); }), "ABC\xC9");
     EXPECT_EQ(changed("AbC", [](CString& s) { s.MakeLower(); }), "abc");
     EXPECT_EQ(changed(" \t x y \r\n", [](CString& s) { s.Trim(); }), "x y");
+    EXPECT_EQ(changed("   ", [](CString& s) { s.Trim(); }), "");
     EXPECT_EQ(changed("--x-", [](CString& s) { s.TrimLeft('-').TrimRight("-+"); }), "x");
     EXPECT_EQ(changed("a.b.c", [](CString& s) { EXPECT_EQ(s.Replace('.', '/'), 2); }), "a/b/c");
     EXPECT_EQ(changed("aaa", [](CString& s) { EXPECT_EQ(s.Replace("aa", "b"), 1); }), "ba");
@@ -112,7 +115,17 @@ TEST(String, ChangesInPlace) {
     EXPECT_EQ(changed("banana", [](CString& s) { EXPECT_EQ(s.Remove('a'), 3); }), "bnn");
     EXPECT_EQ(changed("ad", [](CString& s) { EXPECT_EQ(s.Insert(1, "bc"), 4); }), "abcd");
     EXPECT_EQ(changed("ab", [](CString& s) { EXPECT_EQ(s.Insert(99, 'c'), 3); }), "abc");
+    EXPECT_EQ(changed("abcd", [](CString& s) { EXPECT_EQ(s.Delete(1, 2), 2); }), "ad");
     EXPECT_EQ(changed("abcd", [](CString& s) { EXPECT_EQ(s.Delete(2, INT_MAX), 2); }), "ab");
+}
+
+TEST(String, SplitsIntoTokens) {
+    const CString s(";;a;bc,;d");
+    string pieces;
+    int at = 0;
+    for (CString piece = s.Tokenize(";,", at); at != -1; piece = s.Tokenize(";,", at))
+        pieces += "[" + text(piece) + "]";
+    EXPECT_EQ(pieces, "[a][bc][d]");
 }
 
 TEST(String, FormatsNumbersStringsAndItself) {
