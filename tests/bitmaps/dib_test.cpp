@@ -145,6 +145,7 @@ TEST(Dib, CopiesGdiBitmaps) {
     CBitmap none;
     EXPECT_FALSE(dib.Create(none));
     EXPECT_EQ(dib.GetSize(), CSize(16, 16));
+    { const CClientDC first(nullptr); } // the system makes what it keeps
     for (int bits : {1, 4, 8, 16, 24, 32}) {
         GuardedImage source(13, 9, bits);
         const HandleCounts before = HandleCounts::now();
