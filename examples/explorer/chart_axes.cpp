@@ -121,13 +121,23 @@ void ChartAxes::toggle(DWORD bits) {
     if ((bits & SHOW_AXES) != 0) place();
 }
 
+void ChartAxes::setExaggeration(double exaggeration) {
+    m_exaggeration = exaggeration;
+    place();
+}
+
 // Sizes surface and axes so that all of it stays in the ball.
 void ChartAxes::place() {
+    // What is higher than by itself is fitted into the ball; what is lower stays as wide as it was.
+    const double lift = std::max(m_exaggeration, 1.0), drop = std::min(m_exaggeration, 1.0);
+    const std::array<double, 3> whole = {m_whole.width, m_whole.depth, m_whole.height * lift};
     if (!shows(SHOW_AXES)) {
-        m_extents = m_whole;
+        const double size =
+            std::hypot(whole[0], whole[1], double{m_whole.height}) / std::hypot(whole[0], whole[1], whole[2]);
+        m_extents = {static_cast<float>(whole[0] * size), static_cast<float>(whole[1] * size),
+                     static_cast<float>(whole[2] * drop * size)};
         return;
     }
-    const std::array<float, 3> whole = {m_whole.width, m_whole.depth, m_whole.height};
     std::array<double, 3> perUnit{}, low{}, high{};
     double reach = 0;
     for (std::size_t i = 0; i < 3; ++i) {
@@ -142,7 +152,9 @@ void ChartAxes::place() {
     }
     const double size = (ballRadius - tipLength) / std::sqrt(reach);
     m_extents = {static_cast<float>(whole[0] * size), static_cast<float>(whole[1] * size),
-                 static_cast<float>(whole[2] * size)};
+                 static_cast<float>(whole[2] * drop * size)};
+    low[2] *= drop;
+    high[2] *= drop;
 
     const std::array<CvornAxis*, 3> axes = {&m_set.m_axisX, &m_set.m_axisY, &m_set.m_axisZ};
     std::array<float, 3> lengths{};

@@ -31,6 +31,11 @@ public:
     bool shows(DWORD bits) const { return m_set.GetParam(bits) == bits; }
     void toggle(DWORD bits);
 
+    /// How many times as high the surface is as it would be by itself, with the axis of its values. More than
+    /// once makes the rest smaller, so that all stays in view.
+    void setExaggeration(double exaggeration);
+    double exaggeration() const { return m_exaggeration; }
+
     /// Compiles the set into its display list. Needs the view's context.
     void build(float lineWidth);
     /// Draws the list, unlit.
@@ -72,5 +77,6 @@ private:
     std::array<Scale, 3> m_scales;
     examples::MeshExtents m_whole; ///< the grid's proportions
     examples::MeshExtents m_extents;
+    double m_exaggeration = 1;
     examples::AxisLabels m_labels;
 };

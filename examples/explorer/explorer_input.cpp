@@ -43,7 +43,8 @@ void CExplorerView::OnLButtonUp(UINT nFlags, CPoint pt) {
 void CExplorerView::OnMouseMove(UINT nFlags, CPoint pt) {
     if (m_overlays.drag(nFlags, pt)) {
         m_ptLastMouse = pt; // the chart's next drag begins here
-        return showChanges();
+        showChanges();
+        return UpdateWindow(); // the picture follows a slider
     }
     const bool turning = (m_dwState & STATE_LDOWN) != 0;
     if (!turning && (nFlags & MK_LBUTTON) == 0) {

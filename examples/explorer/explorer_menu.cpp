@@ -36,7 +36,8 @@ constexpr Item items[] = {{ID_COPY, "&Copy"},
                           {ID_SHOW_LABELS, "&Labels\tL"},
                           {ID_SHOW_PLANES, "Pla&nes\tP"},
                           {ID_SHOW_LIGHTING, "L&ighting\tI"},
-                          {ID_SHOW_LEGEND, "Legen&d\tE"}};
+                          {ID_SHOW_LEGEND, "Legen&d\tE"},
+                          {ID_SHOW_TOOLBAR, "Tool&bar\tB"}};
 
 /// The part of the axes that a command switches; 0 for other commands.
 DWORD partOf(int command) {
@@ -136,6 +137,8 @@ void CExplorerView::OnUpdateMenuItem(int nID, CCmdUI& cmdUI) {
         cmdUI.SetCheck(EFFECT(EFX_LIGHTING));
     else if (nID == ID_SHOW_LEGEND)
         cmdUI.SetCheck(m_legend.isShown());
+    else if (nID == ID_SHOW_TOOLBAR)
+        cmdUI.SetCheck(m_toolbar.isShown());
 }
 
 void CExplorerView::OnMenuItem(int nID) {
@@ -171,6 +174,9 @@ void CExplorerView::onCommand(int command) {
         return SetUpdate(UPD_EFFECTS, TRUE, TRUE);
     case ID_SHOW_LEGEND:
         m_legend.setShown(!m_legend.isShown());
+        return SetUpdate(UPD_VIEW, TRUE, TRUE);
+    case ID_SHOW_TOOLBAR:
+        m_toolbar.setShown(!m_toolbar.isShown());
         return SetUpdate(UPD_VIEW, TRUE, TRUE);
     default:
         if (const DWORD part = partOf(command)) {

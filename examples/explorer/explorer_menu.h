@@ -3,7 +3,7 @@
 
 #include <afxwin.h>
 
-/// The commands of the explorer's context menu.
+/// The commands of the explorer's context menu, and of its toolbar.
 enum ExplorerCommand : int {
     ID_COPY = 100,
     ID_COPY_METAFILE,
@@ -19,7 +19,10 @@ enum ExplorerCommand : int {
     ID_SHOW_LABELS,
     ID_SHOW_PLANES,
     ID_SHOW_LIGHTING,
-    ID_SHOW_LEGEND
+    ID_SHOW_LEGEND,
+    ID_SHOW_TOOLBAR,
+    ID_EXAGGERATION, ///< the toolbar's sliders
+    ID_RAMP
 };
 
 /// Fills an empty menu object with the commands. False when the system refuses.

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
+#include <iterator>
 #include <stdexcept>
 #include <utility>
 
@@ -49,6 +50,12 @@ void setPreset(float (&preset)[3], float aboutX, float aboutZ) {
     preset[2] = aboutZ;
 }
 
+/// Of a colour ramp's name, among them all.
+std::size_t indexOf(const std::string& ramp) {
+    const auto names = examples::ColourRamp::names();
+    return static_cast<std::size_t>(std::find(names.begin(), names.end(), ramp) - names.begin());
+}
+
 /// A file's name without its folder and ending.
 std::string nameOf(const std::string& file) {
     const std::size_t slash = file.find_last_of("\\/:");
@@ -60,11 +67,17 @@ std::string nameOf(const std::string& file) {
 
 CExplorerView::CExplorerView(examples::Grid grid, const Options& options)
     : m_grid(std::move(grid)), m_ramp(*examples::ColourRamp::named(options.ramp)),
-      m_axes(m_grid, options.titles), m_legend(nameOf(options.file), m_grid, m_ramp),
-      m_overlays({&m_legend}, overlayLists), m_hasPlanes(loadPlanes(options.planeFiles)) {
+      m_axes(m_grid, options.titles), m_rampIndex(indexOf(options.ramp)),
+      m_toolbar({[this](int command) { OnMenuItem(command); },
+                 [this](double exaggeration) { setExaggeration(exaggeration); },
+                 [this](std::size_t ramp) { setRamp(ramp); }}),
+      m_legend(nameOf(options.file), m_grid, m_ramp), m_overlays({&m_toolbar, &m_legend}, overlayLists),
+      m_hasPlanes(loadPlanes(options.planeFiles)) {
     for (DWORD bits : options.hidden)
         m_axes.toggle(bits);
     m_legend.setPlace(options.legend);
+    m_toolbar.setShown(options.toolbar);
+    m_axes.setExaggeration(options.exaggeration);
     m_clrBackground = background;
     m_nFontListBase = fontLists;
     m_nTexturesWanted = 3;
@@ -101,6 +114,42 @@ void CExplorerView::lookFrom(ViewPoint viewPoint) {
         break;
     }
     SetUpdate(UPD_VIEW, TRUE, TRUE);
+}
+
+/// The toolbar asks the chart itself, so that keys, menu and mouse need not tell it.
+ChartState CExplorerView::state() const {
+    ChartState state = {std::nullopt,
+                        m_axes.shows(AXES_GRIDS),
+                        m_axes.shows(AXES_TIPS),
+                        EFFECT(EFX_LIGHTING),
+                        m_axes.shows(ChartAxes::SHOW_PLANES),
+                        m_axes.exaggeration(),
+                        m_rampIndex};
+    CvornUserRot here = m_userRot, preset = m_userRot;
+    const auto isAt = [&](void (CvornUserRot::*set)()) {
+        (preset.*set)();
+        return std::equal(std::begin(here.GetMatrix()->m_afElement), std::end(here.GetMatrix()->m_afElement),
+                          preset.GetMatrix()->m_afElement);
+    };
+    if (isAt(&CvornUserRot::Set3D)) state.viewPoint = ViewPoint::threeD;
+    if (isAt(&CvornUserRot::SetFront)) state.viewPoint = ViewPoint::front;
+    if (isAt(&CvornUserRot::SetTop)) state.viewPoint = ViewPoint::top;
+    if (isAt(&CvornUserRot::SetSide)) state.viewPoint = ViewPoint::side;
+    return state;
+}
+
+void CExplorerView::setExaggeration(double exaggeration) {
+    if (exaggeration == m_axes.exaggeration()) return;
+    m_axes.setExaggeration(exaggeration);
+    SetUpdate(UPD_BUILD, TRUE, TRUE);
+}
+
+void CExplorerView::setRamp(std::size_t ramp) {
+    if (ramp == m_rampIndex) return;
+    m_rampIndex = ramp;
+    m_ramp = *examples::ColourRamp::named(examples::ColourRamp::names()[ramp]);
+    m_legend.change();
+    SetUpdate(UPD_BUILD, TRUE, TRUE);
 }
 
 bool CExplorerView::drawTo(CDC& dc, const CRect& rc) {
@@ -190,6 +239,7 @@ void CExplorerView::OnBuild() {
 }
 
 void CExplorerView::OnOutputToDC(CDC*, int, int) {
+    m_toolbar.show(state());
     m_overlays.prepare(m_mapping, m_rcView.Size());
     m_laidOut = true;
     m_axes.draw();

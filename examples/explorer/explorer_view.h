@@ -2,6 +2,7 @@
 #pragma once
 
 #include "chart_axes.h"
+#include "chart_toolbar.h"
 #include "legend.h"
 #include "options.h"
 #include "overlay_stack.h"
@@ -31,6 +32,12 @@ public:
 
     ChartAxes& axes() { return m_axes; }
     ChartLegend& legend() { return m_legend; }
+    ChartToolbar& toolbar() { return m_toolbar; }
+    /// What is shown, and how.
+    ChartState state() const;
+    /// These take effect at once.
+    void setExaggeration(double exaggeration);
+    void setRamp(std::size_t ramp);
 
     /// In what format and size the chart is copied. The application's profile keeps them.
     const CvornCopyInfo& copySettings() const { return m_copyInfo; }
@@ -68,6 +75,8 @@ private:
     examples::ColourRamp m_ramp;
     Surface m_surface;
     ChartAxes m_axes;
+    std::size_t m_rampIndex;
+    ChartToolbar m_toolbar;
     ChartLegend m_legend;
     OverlayStack m_overlays;
     int m_fontSide = 0;        ///< of the picture that the font was made for

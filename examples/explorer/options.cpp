@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <array>
+#include <charconv>
 #include <string_view>
 #include <utility>
 
@@ -81,6 +82,15 @@ std::optional<LegendPlace> parseLegendPlace(std::string_view text) {
                        "bottom-right or none");
 }
 
+double parseExaggeration(std::string_view text) {
+    double factor = 0;
+    const char* const end = text.data() + text.size();
+    const auto read = std::from_chars(text.data(), end, factor);
+    if (read.ec != std::errc() || read.ptr != end || !(factor >= 0.1 && factor <= 10))
+        throw OptionsError("--exaggeration takes a number from 0.1 to 10");
+    return factor;
+}
+
 /// Reads the name of a part of the axes.
 DWORD parsePart(std::string_view text) {
     if (text == "grids") return AXES_GRIDS;
@@ -88,13 +98,15 @@ DWORD parsePart(std::string_view text) {
     if (text == "labels") return ChartAxes::SHOW_LABELS;
     if (text == "planes") return ChartAxes::SHOW_PLANES;
     if (text == "axes") return ChartAxes::SHOW_AXES;
-    throw OptionsError("--hide takes one of axes, grids, tips, labels, planes, legend");
+    throw OptionsError("--hide takes one of axes, grids, tips, labels, planes, legend, toolbar");
 }
 
 /// Reads the name of a part of the picture.
 void parseHidden(std::string_view text, Options& options) {
     if (text == "legend")
         options.legend.reset();
+    else if (text == "toolbar")
+        options.toolbar = false;
     else
         options.hidden.push_back(parsePart(text));
 }
@@ -139,6 +151,8 @@ Options parseOptions(int count, const char* const* arguments) {
             parsePlane(value(), options);
         } else if (argument == "--hide") {
             parseHidden(value(), options);
+        } else if (argument == "--exaggeration") {
+            options.exaggeration = parseExaggeration(value());
         } else if (argument == "--legend") {
             options.legend = parseLegendPlace(value());
         } else if (argument == "--save") {
@@ -177,9 +191,10 @@ std::string usageText() {
            "\n"
            "  --titles X,Y,Z    what runs along the axes (from the file's headers)\n"
            "  --plane xy=FILE   a picture on that plane of the axes (also xz, yz)\n"
-           "  --hide PART       without axes, grids, tips, labels, planes or legend\n"
+           "  --hide PART       without axes, grids, tips, labels, planes, legend or toolbar\n"
            "  --legend PLACE    top-left, top, top-right, left, centre, right, bottom-left, bottom,\n"
            "                    bottom-right or none (bottom-left)\n"
+           "  --exaggeration F  how many times as high, 0.1 to 10 (1)\n"
            "  --save CHART      write the chart's ranges and parameters to a file\n"
            "  --load CHART      take them from such a file\n"
            "\n"

@@ -38,8 +38,10 @@ struct Options {
     std::array<std::string, 3> planeFiles; ///< pictures on the planes xy, xz and yz
     std::vector<DWORD> hidden;             ///< parts of the axes not to be shown
     std::optional<LegendPlace> legend = LegendPlace();
-    std::string saveFile; ///< where to save the chart's ranges and parameters
-    std::string loadFile; ///< where to load them from
+    bool toolbar = true;
+    double exaggeration = 1; ///< from 0.1 to 10
+    std::string saveFile;    ///< where to save the chart's ranges and parameters
+    std::string loadFile;    ///< where to load them from
     bool help = false;
 
     /// The chart goes somewhere else, and no window is shown.

@@ -20,6 +20,7 @@ examples::Grid slope() {
 Options landOptions() {
     Options options;
     options.ramp = "land";
+    options.toolbar = false; // it shows what is on
     return options;
 }
 

@@ -1,4 +1,5 @@
 // SPDX-License-Identifier: MIT
+#include "examples/explorer/explorer_menu.h"
 #include "examples/explorer/explorer_view.h"
 #include "tests/support/gl_window.h"
 
@@ -39,6 +40,10 @@ public:
         SendMessage(message, flags, MAKELPARAM(pt.x, pt.y));
         UpdateWindow();
     }
+    void click(CPoint pt) {
+        mouse(WM_LBUTTONDOWN, MK_LBUTTON, pt);
+        mouse(WM_LBUTTONUP, 0, pt);
+    }
     CSize size() const { return m_rcView.Size(); }
     /// Of the last picture, from its upper left corner.
     COLORREF at(int x, int y) const { return picture[(m_rcView.Height() - 1 - y) * m_rcView.Width() + x]; }
@@ -52,6 +57,15 @@ public:
 protected:
     void OnExclude(CDC*) override { picture = support::pixelsIn(0, 0, m_rcView.Width(), m_rcView.Height()); }
 };
+
+/// How high the chart is for its width, seen from in front, below the bar.
+double slopeOf(const View& view) {
+    CRect chart(0, 0, 0, 0);
+    for (int y = 60; y < view.size().cy; ++y)
+        for (int x = 0; x < view.size().cx; ++x)
+            if (view.at(x, y) != view.at(0, 479)) chart |= CRect(x, y, x + 1, y + 1);
+    return static_cast<double>(chart.Height()) / chart.Width();
+}
 
 /// What differs between two pictures of one size; empty when nothing does.
 CRect differenceOf(const std::vector<COLORREF>& a, const std::vector<COLORREF>& b, CSize size) {
@@ -120,6 +134,111 @@ TEST(ExplorerOverlays, TheLegendLightsUpUnderTheMouseAndLiesAboveTheScene) {
         const COLORREF corner = view.at(legend.left, legend.top);
         EXPECT_EQ(corner, RGB(212, 214, 220)) << turn;
     }
+}
+
+TEST(ExplorerOverlays, ButtonsKeysAndMenuHaveOneState) {
+    View view;
+    const auto first = view.picture;
+    struct Switch {
+        int id;
+        UINT key;
+        bool ChartState::*shown;
+    };
+    for (const auto& [id, key, shown] : {Switch{ID_SHOW_GRIDS, 'G', &ChartState::grids},
+                                         {ID_SHOW_TIPS, 'A', &ChartState::tips},
+                                         {ID_SHOW_LIGHTING, 'I', &ChartState::lighting},
+                                         {ID_SHOW_PLANES, 'P', &ChartState::planes}}) {
+        SCOPED_TRACE(id);
+        const CRect button = view.toolbar().buttonOf(id);
+        view.mouse(WM_LBUTTONDOWN, MK_LBUTTON, button.CenterPoint());
+        EXPECT_EQ(::GetCapture(), view.m_hWnd);
+        EXPECT_FALSE(view.state().*shown);
+        view.mouse(WM_LBUTTONUP, 0, button.CenterPoint());
+        EXPECT_EQ(::GetCapture(), nullptr);
+        EXPECT_FALSE((differenceOf(first, view.picture, view.size()) & button).IsRectEmpty());
+        view.SendMessage(WM_KEYDOWN, key, 1);
+        view.UpdateWindow();
+        EXPECT_TRUE(view.state().*shown);
+        EXPECT_EQ(view.picture, first);
+    }
+    for (const auto& [id, viewPoint] : {std::pair{ID_VIEW_TOP, ViewPoint::top},
+                                        {ID_VIEW_SIDE, ViewPoint::side},
+                                        {ID_VIEW_FRONT, ViewPoint::front},
+                                        {ID_VIEW_3D, ViewPoint::threeD}}) {
+        view.click(view.toolbar().buttonOf(id).CenterPoint());
+        EXPECT_EQ(view.state().viewPoint, viewPoint);
+        EXPECT_EQ(view.picture == first, id == ID_VIEW_3D);
+    }
+}
+
+TEST(ExplorerOverlays, SlidersChangeTheChartWhileTheyMove) {
+    Options options = landOptions();
+    options.viewPoint = ViewPoint::front;
+    options.hidden = {ChartAxes::SHOW_AXES};
+    options.legend.reset();
+    View view(options);
+    view.lookFrom(ViewPoint::front);
+    view.paint();
+    const auto first = view.picture;
+    const CRect slider = view.toolbar().buttonOf(ID_EXAGGERATION), ramps = view.toolbar().buttonOf(ID_RAMP);
+    const double slope = slopeOf(view);
+    view.mouse(WM_LBUTTONDOWN, MK_LBUTTON, slider.CenterPoint());
+    EXPECT_EQ(view.picture.size(), first.size());
+    view.mouse(WM_MOUSEMOVE, MK_LBUTTON, CPoint(slider.right - 1, slider.CenterPoint().y));
+    EXPECT_DOUBLE_EQ(view.state().exaggeration, 10);
+    EXPECT_NEAR(slopeOf(view), 10 * slope, 2 * slope);
+    view.mouse(WM_MOUSEMOVE, MK_LBUTTON, CPoint(slider.left, slider.CenterPoint().y));
+    EXPECT_LT(slopeOf(view), 0.25 * slope);
+    view.mouse(WM_LBUTTONUP, 0, slider.TopLeft());
+    view.mouse(WM_RBUTTONDOWN, MK_RBUTTON, slider.CenterPoint());
+    EXPECT_EQ(view.picture, first);
+    for (std::size_t ramp = examples::ColourRamp::names().size(); ramp-- > 0;) {
+        view.click(CPoint(ramps.left + ramps.Width() * (2 * int(ramp) + 1) / 8, ramps.CenterPoint().y));
+        EXPECT_EQ(view.state().ramp, ramp);
+        EXPECT_EQ(view.picture == first, ramp == 0);
+    }
+}
+
+TEST(ExplorerOverlays, ADragBelongsToWhatItBeganOn) {
+    View view;
+    const CPoint onModel(320, 300), onSlider = view.toolbar().buttonOf(ID_EXAGGERATION).CenterPoint();
+    const CPoint onButton = view.toolbar().buttonOf(ID_SHOW_GRIDS).CenterPoint();
+    const auto turned = view.rotation();
+    for (const UINT flags : {UINT{MK_LBUTTON}, UINT{MK_LBUTTON | MK_CONTROL}}) {
+        SCOPED_TRACE(flags);
+        view.mouse(WM_MOUSEMOVE, 0, onSlider);
+        const auto before = view.picture;
+        view.mouse(WM_LBUTTONDOWN, flags, onSlider);
+        for (int i = 0; i < 9; ++i)
+            view.mouse(WM_MOUSEMOVE, flags, onModel + CSize(9 * i, 7 * i));
+        view.mouse(WM_LBUTTONUP, flags & ~MK_LBUTTON, onModel);
+        EXPECT_EQ(view.picture, before);
+
+        // Taken away in the middle: neither bar nor chart go on, wherever the mouse is.
+        view.mouse(WM_LBUTTONDOWN, flags, onSlider);
+        ::ReleaseCapture();
+        for (const CPoint pt : {onSlider + CSize(15, 0), onModel, onModel + CSize(40, 30)})
+            view.mouse(WM_MOUSEMOVE, flags, pt);
+        EXPECT_EQ(view.toolbar().IsButtonActive(), 0);
+        view.paint();
+        EXPECT_EQ(view.picture, before);
+    }
+    EXPECT_EQ(view.rotation(), turned);
+
+    view.mouse(WM_LBUTTONDOWN, MK_LBUTTON, onModel);
+    for (const CPoint pt : {onModel - CSize(4, 9), onModel - CSize(10, 40), onSlider, onButton})
+        view.mouse(WM_MOUSEMOVE, MK_LBUTTON, pt);
+    EXPECT_NE(view.rotation(), turned);
+    EXPECT_EQ(view.state().viewPoint, std::nullopt);
+    view.mouse(WM_LBUTTONUP, 0, onButton);
+    EXPECT_TRUE(view.state().grids);
+    EXPECT_EQ(view.state().exaggeration, 1);
+    const auto after = view.rotation();
+    view.mouse(WM_LBUTTONDOWN, MK_LBUTTON, onModel);
+    ::ReleaseCapture();
+    for (int i = 0; i < 20; ++i)
+        view.mouse(WM_MOUSEMOVE, MK_LBUTTON, onModel + CSize(i, 2 * i));
+    EXPECT_EQ(view.rotation(), after);
 }
 
 } // namespace

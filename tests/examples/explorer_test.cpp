@@ -122,9 +122,10 @@ TEST_F(ExplorerTest, ExportsThePictureOfTheFile) {
                                                 {"c.bmp", "--size 301x500 --ramp grey", 301, 500},
                                                 {"d.PNG", "--size 1x1", 1, 1}}) {
         SCOPED_TRACE(name);
-        ExplorerProcess explorer(quoted("four fields.csv") +
-                                 " --view top --hide grids --hide labels --hide legend --export " +
-                                 quoted(name) + " " + options);
+        ExplorerProcess explorer(
+            quoted("four fields.csv") +
+            " --view top --hide grids --hide labels --hide legend --hide toolbar --export " + quoted(name) +
+            " " + options);
         EXPECT_EQ(explorer.wait(), 0) << explorer.output();
         const auto picture = pictureIn(m_folder.pathOf(name));
         ASSERT_TRUE(picture && picture->width() == width && picture->height() == height);

@@ -29,6 +29,7 @@ Options optionsOf(const char* ramp) {
     Options options;
     options.ramp = ramp;
     options.legend.reset(); // the chart alone
+    options.toolbar = false;
     return options;
 }
 
