@@ -24,7 +24,7 @@ if(NOT PROJECT_IS_TOP_LEVEL)
   return()
 endif()
 install(FILES README.md CHANGELOG.md LICENSE DESTINATION .)
-install(DIRECTORY docs DESTINATION . FILES_MATCHING PATTERN "*.md" PATTERN "*.png")
+install(DIRECTORY docs DESTINATION . FILES_MATCHING PATTERN "*.md" PATTERN "*.png" PATTERN "*.cpp")
 # The examples: the programs beside the DLLs, the sources to copy, the data to try them on.
 install(DIRECTORY examples DESTINATION .)
 if(VORN_BUILD_EXAMPLES)
