@@ -112,6 +112,8 @@ void CWaveView::DrawNumbers(const CvornAxis& axis) {
         CString text;
         text.Format("%g", axis.GetMin() + i * axis.m_fTick / 5);
         ::glRasterPos3fv(point);
+        const float beside = m_rcView.Height() / 60.0F;
+        ::glBitmap(0, 0, 0, 0, beside, beside / 2, nullptr); // moves the raster position, in pixels
         ::glCallLists(text.GetLength(), GL_UNSIGNED_BYTE, text.GetString());
     }
 }
