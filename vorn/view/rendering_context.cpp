@@ -7,6 +7,16 @@
 #include "vorn/view/detail/pixel_format.h"
 #include "vorn/view/detail/render_bitmap.h"
 
+namespace {
+
+/// Whether a picture ends as pixels there; printers and metafiles keep it as it comes.
+bool showsPixels(HDC dc) {
+    const DWORD type = ::GetObjectType(dc);
+    return (type == OBJ_DC || type == OBJ_MEMDC) && ::GetDeviceCaps(dc, TECHNOLOGY) == DT_RASDISPLAY;
+}
+
+} // namespace
+
 CvornOGLDC::CvornOGLDC() : m_pSurface(new CvornDIBSurface) {}
 
 CvornOGLDC::~CvornOGLDC() {
@@ -22,12 +32,14 @@ int CvornOGLDC::Create(CWnd* pWnd, int bMetafile) {
 int CvornOGLDC::CreateSurface(int cx, int cy, CWnd* pWnd) {
     // A bitmap must not go away under a context that is current on it.
     Destroy();
+    m_bDeferred = false;
     if (!m_pSurface->Create(cx, cy, static_cast<HPALETTE>(nullptr))) return 0;
     return Create(pWnd, FALSE);
 }
 
 int CvornOGLDC::ResizeSurface(int cx, int cy, CWnd* pWnd) {
     ::wglMakeCurrent(nullptr, nullptr);
+    m_bDeferred = false;
     if (m_pSurface->Create(cx, cy, static_cast<HPALETTE>(nullptr)) &&
         (m_pRenderBitmap == nullptr || m_pRenderBitmap->Create(cx, cy))) {
         m_pSurface->SetPalette(m_pPal);
@@ -40,6 +52,7 @@ int CvornOGLDC::ResizeSurface(int cx, int cy, CWnd* pWnd) {
 
 int CvornOGLDC::CreateForSurface() {
     m_pRenderBitmap.reset();
+    m_bDeferred = false;
     if (!HasSurfaceBitmap()) return 0;
     CDC* pDC = m_pSurface->GetDC();
     if (!vorn::detail::drawsInBitmapOrder(pDC->m_hDC)) {
@@ -61,6 +74,7 @@ int CvornOGLDC::CreateForSurface() {
 
 int CvornOGLDC::CreateForWindow(CWnd* pWnd, int bMetafile) {
     m_pRenderBitmap.reset();
+    m_bDeferred = false;
     // A printed page would stay in memory until the next one.
     if (HasSurfaceBitmap()) {
         delete m_pSurface;
@@ -106,23 +120,33 @@ int CvornOGLDC::MakeCurrentContext(CDC* pDC) {
 }
 
 void CvornOGLDC::Render(int x, int y, int) {
-    if (m_bRenderToDIB) {
-        if (m_hRC == nullptr) return;
-        UpdateSurface();
-        if (m_pDC != nullptr) m_pSurface->Draw2(m_pDC, x, y);
+    if (!m_bRenderToDIB) {
+        ::glFinish();
+        ::SwapBuffers(GetHDC());
         return;
     }
-    ::glFinish();
-    ::SwapBuffers(GetHDC());
+    if (m_hRC == nullptr) return;
+    if (m_bDeferred && m_pDC != nullptr && showsPixels(m_pDC->m_hDC)) {
+        ::glFinish();
+        m_pRenderBitmap->Draw(m_pDC, x, y);
+        return;
+    }
+    UpdateSurface();
+    if (m_pDC != nullptr) m_pSurface->Draw2(m_pDC, x, y);
 }
 
-void CvornOGLDC::UpdateSurface() {
+void CvornOGLDC::UpdateSurface(int bDefer) {
     if (!m_bRenderToDIB || m_hRC == nullptr) return;
     ::glFinish();
-    if (m_pRenderBitmap && m_pRenderBitmap->HasNewPicture()) {
-        ::GdiFlush();
-        m_pRenderBitmap->CopyTo(m_pSurface->GetBitsAddress());
-    }
+    if (m_pRenderBitmap && m_pRenderBitmap->HasNewPicture()) m_bDeferred = true;
+    if (!bDefer) BringPicture();
+}
+
+void CvornOGLDC::BringPicture() const {
+    if (!m_bDeferred) return;
+    m_bDeferred = false;
+    ::GdiFlush();
+    m_pRenderBitmap->CopyTo(m_pSurface->GetBitsAddress());
 }
 
 int CvornOGLDC::OnQueryNewPalette(CWnd* pWnd) {
@@ -134,7 +158,9 @@ int CvornOGLDC::OnQueryNewPalette(CWnd* pWnd) {
 }
 
 CDC* CvornOGLDC::GetDC() const {
-    return m_bRenderToDIB ? m_pSurface->GetDC() : m_pDC;
+    if (!m_bRenderToDIB) return m_pDC;
+    BringPicture();
+    return m_pSurface->GetDC();
 }
 
 HDC CvornOGLDC::GetHDC() const {

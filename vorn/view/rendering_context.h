@@ -58,8 +58,9 @@ public:
     void Render(int x, int y, int bMeta);
     /// Completes what GL has drawn so far and brings it into the surface, where GDI can draw over it; does
     /// nothing when rendering to a window. GL drawing that follows comes in again with Render, and then
-    /// replaces what GDI has drawn. The context must be current.
-    void UpdateSurface();
+    /// replaces what GDI has drawn. The context must be current. A nonzero bDefer lets the pixels come in no
+    /// sooner than GetDC or GetHDC ask for them, which a picture that goes to a screen or bitmap never does.
+    void UpdateSurface(int bDefer = FALSE);
 
     /// Realises the palette, if there is one, for the window and invalidates it when colours changed.
     /// Returns 1.
@@ -119,7 +120,9 @@ private:
     int CreateForWindow(CWnd* pWnd, int bMetafile);
     int CreateOn(CDC* pDC, int bMetafile);
     bool HasSurfaceBitmap() const;
+    void BringPicture() const;
 
     // Where GL draws when it cannot write the surface's own pixel layout.
     std::unique_ptr<vorn::detail::RenderBitmap> m_pRenderBitmap;
+    mutable bool m_bDeferred = false; ///< The picture there is still to come into the surface.
 };

@@ -44,7 +44,7 @@ void CvornOGLWnd::OutputToDC(CDC* pDC, int bPrint, int x, int y, int bMeta) {
     ClearBuffers();
     OnOutputToDC(pDC, x, y);
     ::glFlush();
-    m_oglDC.UpdateSurface();
+    m_oglDC.UpdateSurface(TRUE);
     OnExclude(pDC);
     m_oglDC.Render(x, y, bMeta);
     m_dwUpdate = 0;

@@ -51,4 +51,15 @@ void RenderBitmap::CopyTo(BYTE* rows) {
     m_expected = false;
 }
 
+void RenderBitmap::Draw(CDC* pDC, int x, int y) {
+    if (m_pixels == nullptr) return;
+    ::GdiFlush();
+    // GL's alpha would make parts of a copied picture transparent in other programs.
+    for (std::size_t i = 0; i < m_width * m_height; ++i)
+        m_pixels[i] &= 0xFFFFFF;
+    const int width = static_cast<int>(m_width), height = static_cast<int>(m_height);
+    pDC->SetStretchBltMode(HALFTONE);
+    ::BitBlt(pDC->m_hDC, x, y, width, height, m_dc.m_hDC, 0, 0, SRCCOPY);
+}
+
 } // namespace vorn::detail

@@ -32,6 +32,8 @@ public:
     bool HasNewPicture() const;
     /// Copies the picture into a 24-bit bitmap of the same size, whose rows are padded to 4 bytes.
     void CopyTo(BYTE* rows);
+    /// Draws the picture with its upper left corner at (x, y); finish GL before.
+    void Draw(CDC* pDC, int x, int y);
 
 private:
     void Release();
