@@ -154,7 +154,7 @@ const GUID* containerOf(int format) {
 }
 
 bool canEncode(const PixelRows& rows) {
-    return rows.top != nullptr && rows.width > 0 && rows.height > 0;
+    return (rows.top != nullptr || rows.bitmap != nullptr) && rows.width > 0 && rows.height > 0;
 }
 
 BOOL save(const char* file, int format, const PixelRows& rows) {
@@ -278,6 +278,13 @@ BYTE* CvornImageCodec::Encode(int nFormat, DWORD& nSize) const {
 BOOL CvornImageCodec::SaveBits(const char* pszFile, int nFormat, const void* pBits, int cx, int cy,
                                int nBitCount) {
     return save(pszFile, nFormat, rowsOfDib(pBits, cx, cy, nBitCount));
+}
+
+BOOL CvornImageCodec::SaveBitmap(const char* pszFile, int nFormat, HBITMAP hBitmap) {
+    BITMAP bitmap = {};
+    if (hBitmap == nullptr || ::GetObject(hBitmap, sizeof bitmap, &bitmap) == 0) return FALSE;
+    if (uint64_t(bitmap.bmWidth) * uint64_t(bitmap.bmHeight) > maxPicturePixels) return FALSE;
+    return save(pszFile, nFormat, {nullptr, 0, bitmap.bmWidth, bitmap.bmHeight, 32, false, hBitmap});
 }
 
 BYTE* CvornImageCodec::EncodeBits(int nFormat, DWORD& nSize, const void* pBits, int cx, int cy,

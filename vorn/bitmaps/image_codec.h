@@ -13,7 +13,7 @@
 /// respected; one that has made none is left without. Copies share the pixels, which never change.
 ///
 ///     CvornImageCodec image;
-///     if (image.CreateFromHBITMAP(hBitmap)) image.Save("chart.png", CvornImageCodec::FORMAT_PNG);
+///     if (image.Load("chart.gif")) image.Save("chart.png", CvornImageCodec::FORMAT_PNG);
 class VORN_API CvornImageCodec {
 public:
     /// What images are written as.
@@ -46,7 +46,9 @@ public:
     /// ignored), rows padded to four bytes, bottom row first, or top row first when `cy` is negative. No copy
     /// is made.
     static BOOL SaveBits(const char* pszFile, int nFormat, const void* pBits, int cx, int cy, int nBitCount);
-    /// The same into a buffer of the C heap, as `Encode`.
+    /// The same for a GDI bitmap, which no DC may hold; it counts as opaque.
+    static BOOL SaveBitmap(const char* pszFile, int nFormat, HBITMAP hBitmap);
+    /// Pixels as in a DIB into a buffer of the C heap, as `Encode`.
     static BYTE* EncodeBits(int nFormat, DWORD& nSize, const void* pBits, int cx, int cy, int nBitCount);
 
 private:

@@ -6,7 +6,27 @@
 #include "vorn/detail/handles.h"
 
 using vorn::detail::SelectedObject;
+using vorn::detail::UniqueBitmap;
+using vorn::detail::UniqueMemoryDC;
 using vorn::detail::WindowDC;
+
+namespace {
+
+/// A copy of a bitmap that no DC holds; empty on failure. CopyImage takes four times as long.
+UniqueBitmap copyOf(HBITMAP bitmap) {
+    BITMAP record = {};
+    ::GetObjectA(bitmap, sizeof record, &record);
+    const UniqueMemoryDC from(::CreateCompatibleDC(nullptr)), to(::CreateCompatibleDC(nullptr));
+    const SelectedObject source(from.get(), bitmap);
+    UniqueBitmap copy(::CreateCompatibleBitmap(from.get(), record.bmWidth, record.bmHeight));
+    const SelectedObject target(to.get(), copy.get());
+    if (!source || !target ||
+        !::BitBlt(to.get(), 0, 0, record.bmWidth, record.bmHeight, from.get(), 0, 0, SRCCOPY))
+        return {};
+    return copy;
+}
+
+} // namespace
 
 CvornCopyRender::~CvornCopyRender() {
     Destroy(FALSE);
@@ -87,16 +107,12 @@ void CvornCopyRender::DrawBorder() {
 
 void CvornCopyRender::Copy() {
     DrawBorder();
-    vorn::detail::UniqueGlobal dib(dibFromBitmap(static_cast<HBITMAP>(GetSafeHandle()), BI_RGB, 0, nullptr));
-    bool dibPlaced = false;
-    if (dib && ::OpenClipboard(nullptr)) {
-        ::EmptyClipboard();
-        dibPlaced = ::SetClipboardData(CF_DIB, dib.get()) != nullptr;
-        if (dibPlaced) dib.release();
-        ::CloseClipboard();
-    }
-    if (GetSafeHandle() == nullptr || !::OpenClipboard(nullptr)) return;
-    if (!dibPlaced) ::EmptyClipboard();
+    const auto own = static_cast<HBITMAP>(GetSafeHandle());
+    vorn::detail::UniqueGlobal dib(dibFromBitmap(own, BI_RGB, 0, nullptr));
+    // Both in one go: were the clipboard closed in between, another program might keep it from the second.
+    if (own == nullptr || !::OpenClipboard(nullptr)) return;
+    ::EmptyClipboard();
+    if (dib && ::SetClipboardData(CF_DIB, dib.get()) != nullptr) dib.release();
     GiveToClipboard();
     ::CloseClipboard();
 }
@@ -105,15 +121,14 @@ void CvornCopyRender::Copy() {
 // keeps a copy of what it gives away.
 void CvornCopyRender::GiveToClipboard() {
     const auto own = static_cast<HBITMAP>(GetSafeHandle());
-    vorn::detail::UniqueBitmap copy(static_cast<HBITMAP>(::CopyImage(own, IMAGE_BITMAP, 0, 0, 0)));
-    if (!copy) return;
     const bool selected = m_nSavedDC != 0;
     if (selected) {
         m_dc.RestoreDC(m_nSavedDC);
         m_nSavedDC = m_dc.SaveDC();
     }
+    UniqueBitmap copy = copyOf(own);
     const CSize dimension = GetBitmapDimension();
-    if (::SetClipboardData(CF_BITMAP, own) != nullptr) {
+    if (copy && ::SetClipboardData(CF_BITMAP, own) != nullptr) {
         Detach();
         Attach(copy.release());
         SetBitmapDimension(dimension.cx, dimension.cy);
@@ -121,17 +136,15 @@ void CvornCopyRender::GiveToClipboard() {
     if (selected) SelectBitmap(this);
 }
 
-BOOL CvornCopyRender::TakePicture(CvornImageCodec& image) {
-    // GDI reads a bitmap only while no DC holds it.
-    const bool selected = m_nSavedDCBitmap != 0 && m_hOldBitmap != nullptr;
-    const SelectedObject released(selected ? m_dc.m_hDC : nullptr, m_hOldBitmap);
-    return image.CreateFromHBITMAP(static_cast<HBITMAP>(GetSafeHandle()));
+// GDI reads a bitmap only while no DC holds it.
+HGDIOBJ CvornCopyRender::ReplacedBitmap() const {
+    return m_nSavedDCBitmap != 0 ? m_hOldBitmap : nullptr;
 }
 
 void CvornCopyRender::Export(const char* pszFile, int nFormat) {
     DrawBorder();
-    CvornImageCodec image;
-    if (TakePicture(image)) image.Save(pszFile, nFormat);
+    const SelectedObject released(m_dc.m_hDC, ReplacedBitmap());
+    CvornImageCodec::SaveBitmap(pszFile, nFormat, static_cast<HBITMAP>(GetSafeHandle()));
 }
 
 void CvornCopyRender::ExportBMP(const char* pszFile) {
@@ -149,7 +162,8 @@ void CvornCopyRender::ExportPNG(const char* pszFile) {
 BYTE* CvornCopyRender::ExportJPEGBuffer(DWORD& nSize) {
     nSize = 0;
     CvornImageCodec image;
-    if (!TakePicture(image)) return nullptr;
+    const SelectedObject released(m_dc.m_hDC, ReplacedBitmap());
+    if (!image.CreateFromHBITMAP(static_cast<HBITMAP>(GetSafeHandle()))) return nullptr;
     return image.Encode(CvornImageCodec::FORMAT_PNG, nSize);
 }
 

@@ -6,7 +6,6 @@
 #include <afxwin.h>
 
 class CvornCopyInfo;
-class CvornImageCodec;
 
 /// An off-screen bitmap with a memory DC of its own, into which a view draws a copy of itself, and which then
 /// goes to the clipboard or into a file.
@@ -77,7 +76,7 @@ private:
     CSize SetDimension(CBitmap* pBitmap, CSize size);
     void DrawBorder();
     void GiveToClipboard();
-    BOOL TakePicture(CvornImageCodec& image);
+    HGDIOBJ ReplacedBitmap() const;
     void Export(const char* pszFile, int nFormat);
 
     HGDIOBJ m_hOldBitmap = nullptr; ///< What the memory DC held at first.

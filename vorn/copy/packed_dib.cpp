@@ -76,7 +76,7 @@ HGLOBAL CvornCopyRender::dibFromBitmap(HBITMAP hBitmap, DWORD dwCompression, WOR
         header.biSizeImage = static_cast<DWORD>(image);
     }
     const uint64_t size = header.biSize + tableSize(header) + header.biSizeImage;
-    const HGLOBAL grown = ::GlobalReAlloc(dib.get(), size, GHND);
+    const HGLOBAL grown = ::GlobalReAlloc(dib.get(), size, GMEM_MOVEABLE);
     if (grown == nullptr) return nullptr;
     dib.release();
     dib.reset(grown);

@@ -2,6 +2,7 @@
 #include "vorn/bitmaps/detail/image_encoder.h"
 
 #include "vorn/bitmaps/detail/whole_file.h"
+#include "vorn/detail/handles.h"
 
 #include <algorithm>
 #include <cstring>
@@ -11,13 +12,55 @@ namespace vorn::detail {
 
 namespace {
 
-/// Blue, green, red of a row of 32-bit pixels.
-void packRow(const BYTE* source, BYTE* target, int width) {
-    for (int x = 0; x < width; ++x, source += 4, target += 3) {
-        target[0] = source[0];
-        target[1] = source[1];
-        target[2] = source[2];
+constexpr size_t bandBytes = 1 << 18;
+
+int bandRowsOf(size_t stride) {
+    return static_cast<int>(std::max<size_t>(bandBytes / stride, 1));
+}
+
+/// Gives the rows one by one, those of a bitmap from a band that fits the processor's cache.
+class RowReader {
+public:
+    explicit RowReader(const PixelRows& rows) : m_rows(rows), m_stride(static_cast<size_t>(rows.width) * 4) {
+        if (rows.bitmap == nullptr) return;
+        m_info.bmiHeader = {sizeof m_info.bmiHeader, rows.width, rows.height, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
+        m_bandRows = std::min(bandRowsOf(m_stride), rows.height);
+        m_band.resize(m_stride * static_cast<size_t>(m_bandRows));
     }
+
+    /// A row counted from the top, valid until the next call; null when GDI does not give it.
+    const BYTE* row(int y) {
+        if (m_rows.bitmap == nullptr) return m_rows.top + y * m_rows.step;
+        if (y < m_first || y >= m_first + m_count) read(y / m_bandRows * m_bandRows);
+        return m_count > 0 ? &m_band[m_stride * static_cast<size_t>(m_first + m_count - 1 - y)] : nullptr;
+    }
+
+private:
+    void read(int first) {
+        const int count = std::min(m_bandRows, m_rows.height - first);
+        // Scan lines are counted from the bottom, and come from there.
+        const int got =
+            ::GetDIBits(m_screen.get(), m_rows.bitmap, static_cast<UINT>(m_rows.height - first - count),
+                        static_cast<UINT>(count), m_band.data(), &m_info, DIB_RGB_COLORS);
+        m_first = first;
+        m_count = got == count ? count : 0;
+    }
+
+    const PixelRows& m_rows;
+    size_t m_stride;
+    WindowDC m_screen;
+    BITMAPINFO m_info = {};
+    std::vector<BYTE> m_band;
+    int m_bandRows = 0;
+    int m_first = 0;
+    int m_count = 0;
+};
+
+/// Blue, green, red of a row of 32-bit pixels: four bytes at once, the last of which the next pixel replaces.
+void packRow(const BYTE* source, BYTE* target, int width) {
+    for (int x = 0; x + 1 < width; ++x, source += 4, target += 3)
+        std::memcpy(target, source, 4);
+    std::memcpy(target, source, 3);
 }
 
 /// The same of a row with alpha, over white.
@@ -31,23 +74,26 @@ void flattenRow(const BYTE* source, BYTE* target, int width) {
 }
 
 /// Puts a row of pixels as blue, green and red at `target`.
-void putRow(const PixelRows& rows, int y, BYTE* target) {
-    const BYTE* row = rows.top + y * rows.step;
+bool putRow(const PixelRows& rows, const BYTE* row, BYTE* target) {
+    if (row == nullptr) return false;
     if (rows.bits == 24) {
         std::memcpy(target, row, static_cast<size_t>(rows.width) * 3);
     } else {
         (rows.hasAlpha ? flattenRow : packRow)(row, target, rows.width);
     }
+    return true;
 }
 
 bool writeRows(IWICBitmapFrameEncode* frame, const PixelRows& rows, bool keepAlpha) {
     auto rowBytes = static_cast<UINT>(rows.width * (keepAlpha ? 4 : 3));
     bool asTheyAre = rows.bits == 24 || keepAlpha;
     std::vector<BYTE> packed(asTheyAre ? 0 : rowBytes);
+    RowReader reader(rows);
     for (int y = 0; y < rows.height; ++y) {
-        if (!asTheyAre) putRow(rows, y, packed.data());
-        const BYTE* row = asTheyAre ? rows.top + y * rows.step : packed.data();
-        if (FAILED(frame->WritePixels(1, rowBytes, rowBytes, const_cast<BYTE*>(row)))) return false;
+        const BYTE* row = reader.row(y);
+        if (!asTheyAre && !putRow(rows, row, packed.data())) return false;
+        BYTE* written = asTheyAre ? const_cast<BYTE*>(row) : packed.data();
+        if (FAILED(frame->WritePixels(1, rowBytes, rowBytes, written))) return false;
     }
     return true;
 }
@@ -76,13 +122,14 @@ bool writeBmp(IStream* stream, const PixelRows& rows) {
     if (rows.bits == 24 && rows.step == -static_cast<ptrdiff_t>(stride)) {
         return writeAll(stream, rows.top + (rows.height - 1) * rows.step, info.biSizeImage);
     }
-    constexpr size_t bandBytes = 1 << 18;
-    int bandRows = static_cast<int>(std::max<size_t>(bandBytes / stride, 1));
+    int bandRows = bandRowsOf(stride);
+    RowReader reader(rows);
     std::vector<BYTE> band(stride * static_cast<size_t>(std::min(bandRows, rows.height)));
     for (int bottom = rows.height; bottom > 0;) {
         int count = std::min(bandRows, bottom);
-        for (int i = 0; i < count; ++i)
-            putRow(rows, --bottom, &band[static_cast<size_t>(i) * stride]);
+        for (int i = 0; i < count; ++i) {
+            if (!putRow(rows, reader.row(--bottom), &band[static_cast<size_t>(i) * stride])) return false;
+        }
         if (!writeAll(stream, band.data(), static_cast<size_t>(count) * stride)) return false;
     }
     return true;

@@ -8,14 +8,16 @@
 
 namespace vorn::detail {
 
-/// Pixels in memory: where the top row begins and how far it is to the next one below.
+/// Pixels in memory: where the top row begins and how far it is to the next one below; or those of a GDI
+/// bitmap.
 struct PixelRows {
     const BYTE* top;
     ptrdiff_t step;
     int width;
     int height;
-    int bits;      ///< 24 (blue, green, red) or 32
-    bool hasAlpha; ///< the fourth byte of 32 bits is alpha; it counts for nothing otherwise
+    int bits;                 ///< 24 (blue, green, red) or 32
+    bool hasAlpha;            ///< the fourth byte of 32 bits is alpha; it counts for nothing otherwise
+    HBITMAP bitmap = nullptr; ///< read with 32 bits instead of the rows in memory; no DC may hold it
 };
 
 /// The system's imaging factory; empty when there is none. COM must have been entered.
