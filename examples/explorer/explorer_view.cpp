@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <cstdint>
 #include <iterator>
 #include <stdexcept>
@@ -11,6 +12,9 @@
 namespace {
 
 constexpr COLORREF background = RGB(250, 250, 248);
+
+/// Of the picture in it; as high, lines are one pixel thick.
+constexpr float windowHeight = 760;
 
 /// Display lists 1000 to 1255 hold the font, those after it the overlays; glGenLists hands out low numbers.
 constexpr int fontLists = 1000;
@@ -213,6 +217,16 @@ void CExplorerView::OnUpdateTextureInfo() {
         images[i]->SetTextureName(m_auTextures[i]);
         images[i]->ScaleAndBind();
     }
+}
+
+// Lines of a picture are as thick as the window's, in proportion; on paper they have a thickness of their
+// own.
+void CExplorerView::OnUpdateMetrics(CDC* pDC, int bPrint) {
+    CvornOGLWnd::OnUpdateMetrics(pDC, bPrint);
+    if (!bPrint || pDC == nullptr || pDC->GetDeviceCaps(TECHNOLOGY) == DT_RASPRINTER) return;
+    m_fLineWidth = std::max(1.0F, std::round(static_cast<float>(m_rcView.Height()) / windowHeight));
+    ::glLineWidth(m_fLineWidth);
+    ::glPointSize(m_fLineWidth);
 }
 
 void CExplorerView::OnUpdateTextMetrics(CDC*, int) {

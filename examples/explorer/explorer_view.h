@@ -46,6 +46,7 @@ public:
 protected:
     void OnSetViewportSize(int bRedraw) override;
     void OnUpdateTextureInfo() override;
+    void OnUpdateMetrics(CDC* pDC, int bPrint) override;
     void OnUpdateTextMetrics(CDC* pDC, int bPrint) override;
     void OnSetEffects() override;
     void OnBuild() override;

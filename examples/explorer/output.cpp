@@ -30,6 +30,15 @@ void draw(CvornCopyRender& render, CExplorerView& view) {
         throw std::runtime_error("OpenGL cannot draw here");
 }
 
+/// @throws std::runtime_error
+void openPrinter(CDC& printer, const std::string& name) {
+    // NOTE: Wine asks the printing system for its printers no sooner than this library is loaded.
+    const HMODULE spooler = ::LoadLibraryA("winspool.drv");
+    const bool isOpen = printer.CreateDC("WINSPOOL", name.c_str(), nullptr, nullptr);
+    if (spooler != nullptr) ::FreeLibrary(spooler);
+    if (!isOpen) throw std::runtime_error("there is no printer " + name);
+}
+
 /// The settings, with the size of the command line where it gives one.
 CvornCopyInfo settingsFor(const CvornCopyInfo& settings, const Options& options) {
     CvornCopyInfo result = settings;
@@ -112,8 +121,7 @@ void outputChart(CExplorerView& view, const Options& options) {
     const CvornCopyInfo settings = settingsFor(view.copySettings(), options);
     if (!options.printer.empty()) {
         CDC printer;
-        if (!printer.CreateDC("WINSPOOL", options.printer.c_str(), nullptr, nullptr))
-            throw std::runtime_error("there is no printer " + options.printer);
+        openPrinter(printer, options.printer);
         CString title;
         view.GetWindowText(title);
         CRect client;
