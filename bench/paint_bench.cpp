@@ -1,35 +1,11 @@
 // SPDX-License-Identifier: MIT
 #include "bench/harness.h"
+#include "bench/surface_list.h"
 #include "vorn/view/view_window.h"
 
-#include <cmath>
 #include <memory>
 
 namespace {
-
-constexpr GLuint surfaceList = 5;
-
-/// A surface of 200 x 200 quads, coloured by height and lit.
-void compileSurface() {
-    constexpr int size = 200;
-    const auto vertex = [](int i, int j) {
-        const float x = static_cast<float>(i) / size - 0.5F, y = static_cast<float>(j) / size - 0.5F;
-        const float z = 0.2F * std::sin(12 * x) * std::cos(9 * y);
-        glColor3f(0.5F + 2 * z, 0.5F, 0.5F - 2 * z);
-        glNormal3f(-2.4F * std::cos(12 * x) * std::cos(9 * y), 1.8F * std::sin(12 * x) * std::sin(9 * y), 1);
-        glVertex3f(x, y, z);
-    };
-    glNewList(surfaceList, GL_COMPILE);
-    for (int i = 0; i < size; i++) {
-        glBegin(GL_QUAD_STRIP);
-        for (int j = 0; j <= size; j++) {
-            vertex(i, j);
-            vertex(i + 1, j);
-        }
-        glEnd();
-    }
-    glEndList();
-}
 
 class SurfaceView : public CvornOGLWnd {
 public:
@@ -41,8 +17,8 @@ public:
     void paintByHand(HDC dc);
 
 protected:
-    void OnBuild() override { compileSurface(); }
-    void OnOutputToDC(CDC*, int, int) override { glCallList(surfaceList); }
+    void OnBuild() override { bench::compileSurface(); }
+    void OnOutputToDC(CDC*, int, int) override { glCallList(bench::surfaceList); }
 };
 
 /// The GL calls of a paint cycle, one after the other.
@@ -63,7 +39,7 @@ void SurfaceView::paintByHand(HDC dc) {
     m_lighting.Update(nullptr, FALSE, 0);
     glClearColor(1, 1, 0, 0);
     glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
-    glCallList(surfaceList);
+    glCallList(bench::surfaceList);
     glFlush();
     glFinish();
     SwapBuffers(dc);
