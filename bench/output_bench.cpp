@@ -55,7 +55,8 @@ void PageView::drawByHand() {
     glViewport(0, 0, pageWidth, pageHeight);
     glMatrixMode(GL_PROJECTION);
     const double fieldOfView = std::atan(1.0 / 7) * 57.29578 / m_fFovScale;
-    gluPerspective(fieldOfView * pageHeight / pageWidth, static_cast<double>(pageWidth) / pageHeight, 0.1, 100);
+    gluPerspective(fieldOfView * pageHeight / pageWidth, static_cast<double>(pageWidth) / pageHeight, 0.1,
+                   100);
     glMatrixMode(GL_MODELVIEW);
     OnSetEffects();
     glTranslated(0, 0, -7);
@@ -98,7 +99,8 @@ constexpr int viewWidth = 800, viewHeight = 600;
 /// A window, and a picture of it that a view has drawn.
 struct CopySource {
     CopySource() {
-        window.CreateEx(0, AfxRegisterWndClass(0), "", WS_POPUP, CRect(0, 0, viewWidth, viewHeight), nullptr, 0);
+        window.CreateEx(0, AfxRegisterWndClass(0), "", WS_POPUP, CRect(0, 0, viewWidth, viewHeight), nullptr,
+                        0);
     }
     ~CopySource() {
         ::OpenClipboard(nullptr);
@@ -153,8 +155,8 @@ struct PictureSource {
         window.CreateEx(0, AfxRegisterWndClass(0), "", WS_POPUP, CRect(0, 0, 10, 10), nullptr, 0);
         render.Setup(CSize(bench::pictureWidth, bench::pictureHeight), &window);
         BITMAPINFO info = {};
-        info.bmiHeader = {sizeof info.bmiHeader, bench::pictureWidth, -bench::pictureHeight, 1, 24, BI_RGB, 0, 0,
-                          0, 0, 0};
+        info.bmiHeader = {
+            sizeof info.bmiHeader, bench::pictureWidth, -bench::pictureHeight, 1, 24, BI_RGB, 0, 0, 0, 0, 0};
         ::SetDIBitsToDevice(render.GetDC()->m_hDC, 0, 0, bench::pictureWidth, bench::pictureHeight, 0, 0, 0,
                             bench::pictureHeight, bits.data(), &info, DIB_RGB_COLORS);
     }

@@ -3,8 +3,8 @@
 
 #include <filesystem>
 #include <vector>
-#include <windows.h>
 #include <wincodec.h>
+#include <windows.h>
 
 namespace bench {
 

@@ -13,7 +13,7 @@ namespace {
 
 constexpr COLORREF background = RGB(250, 250, 248);
 
-/// Of the picture in it; as high, lines are one pixel thick.
+/// A picture as high as the one in the window has lines of one pixel.
 constexpr float windowHeight = 760;
 
 /// Display lists 1000 to 1255 hold the font, those after it the overlays; glGenLists hands out low numbers.
@@ -224,7 +224,7 @@ void CExplorerView::OnUpdateTextureInfo() {
 void CExplorerView::OnUpdateMetrics(CDC* pDC, int bPrint) {
     CvornOGLWnd::OnUpdateMetrics(pDC, bPrint);
     if (!bPrint || pDC == nullptr || pDC->GetDeviceCaps(TECHNOLOGY) == DT_RASPRINTER) return;
-    m_fLineWidth = std::max(1.0F, std::round(static_cast<float>(m_rcView.Height()) / windowHeight));
+    m_fLineWidth = std::max(1.0F, std::round(static_cast<float>(fontSide()) / windowHeight));
     ::glLineWidth(m_fLineWidth);
     ::glPointSize(m_fLineWidth);
 }

@@ -52,16 +52,20 @@ TEST_F(ContextTest, SurfacePicturesHaveTheirColoursAtAnySizeAndKeepTheirContext)
 
 TEST_F(ContextTest, GdiDrawsOverAFinishedPictureAndLaterGlOverThat) {
     ASSERT_TRUE(CreateSurface(40, 40, nullptr) && MakeCurrentContext(CDC::FromHandle(m_canvas.dc())));
-    fill(red, 0, 0, 40, 40);
-    UpdateSurface();
-    GetDC()->FillSolidRect(0, 0, 20, 20, white);
-    Render(0, 0, FALSE);
-    EXPECT_EQ(m_canvas.at(5, 5), white);
-    EXPECT_EQ(m_canvas.at(30, 30), red);
-    fill(blue, 30, 0, 10, 10);
-    Render(0, 0, FALSE);
-    EXPECT_EQ(m_canvas.at(5, 5), red);
-    EXPECT_EQ(m_canvas.at(35, 35), blue);
+    for (const int defer : {FALSE, TRUE}) {
+        fill(red, 0, 0, 40, 40);
+        UpdateSurface(defer);
+        GetDC()->FillSolidRect(0, 0, 20, 20, white);
+        Render(0, 0, FALSE);
+        EXPECT_EQ(m_canvas.at(5, 5), white);
+        EXPECT_EQ(m_canvas.at(30, 30), red);
+        fill(blue, 30, 0, 10, 10);
+        if (defer) UpdateSurface(TRUE);
+        Render(0, 0, FALSE);
+        EXPECT_EQ(m_canvas.at(5, 5), red);
+        EXPECT_EQ(m_canvas.at(35, 35), blue);
+        EXPECT_EQ(::GetPixel(GetHDC(), 35, 35), blue) << "the picture comes late into the surface";
+    }
 }
 
 TEST_F(ContextTest, OneWindowServesAllKindsOfOutputAndLeaksNothing) {

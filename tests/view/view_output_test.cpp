@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "tests/support/canvas.h"
 #include "tests/support/gl_test.h"
+#include "tests/support/handle_counts.h"
 #include "tests/support/probe_view.h"
 
 #include <filesystem>
@@ -55,6 +56,10 @@ TEST_F(ViewOutputTest, PrintsThePictureInItsRectangleAndGoesOn) {
         EXPECT_EQ(m_view.hooks,
                   "size update0 update1 printmetrics effects textures fonts textmetrics camera build "
                   "pre scene exclude update1 update0 size update11");
+        BITMAP bitmap = {};
+        ::GetObjectA(m_canvas.bitmap(), sizeof bitmap, &bitmap);
+        const auto* pixel = static_cast<const uint32_t*>(bitmap.bmBits) + rc.CenterPoint().y * bitmap.bmWidth;
+        EXPECT_EQ(pixel[rc.CenterPoint().x] >> 24, 0U) << "seen as alpha by other programs";
         expectPictureAndViewAsBefore(rc);
     }
     print(CRect(50, 20, 50, 120)); // empty: the view's own size
@@ -125,6 +130,26 @@ TEST_F(ViewOutputTest, TheClipboardAndTheFileHoldTheMetafile) {
         ::CloseClipboard();
         expectPictureAndViewAsBefore(rc);
     }
+    std::filesystem::remove(metafileName);
+}
+
+TEST_F(ViewOutputTest, AHundredOfEachKindLeaveNothingBehind) {
+    const auto countsInPaint = [&] {
+        support::HandleCounts counts;
+        m_view.onHook = [&](const std::string& hook) {
+            if (hook == "scene") counts = support::HandleCounts::now();
+        };
+        m_view.paint();
+        m_view.onHook = nullptr;
+        return counts;
+    };
+    support::HandleCounts before;
+    for (int i = 0; i < 103; ++i) {
+        if (i == 3) before = countsInPaint();
+        print(CRect(0, 0, 60, 40));
+        m_view.OutputToMetafile(nullptr, CRect(0, 0, 60, 40), 0);
+    }
+    EXPECT_EQ(countsInPaint(), before);
     std::filesystem::remove(metafileName);
 }
 
