@@ -66,7 +66,8 @@ public:
     /// Returns 1.
     int OnQueryNewPalette(CWnd* pWnd);
 
-    /// The surface's memory DC when rendering to it, else the DC of the operation, which may be null.
+    /// The surface's memory DC when rendering to it, else the DC of the operation, which may be null. Ask for
+    /// it anew in each hook: a deferred picture comes into the surface only then.
     CDC* GetDC() const;
     HDC GetHDC() const;
     /// The surface's size in pixels.
