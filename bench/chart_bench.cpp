@@ -1,5 +1,6 @@
 // SPDX-License-Identifier: MIT
-// A frame of the explorer with axes, grids and labels against GL drawing the surface alone.
+// A frame of the explorer with axes, grids and labels against GL drawing the surface alone, and with all
+// overlays against the frame without them.
 #include "bench/harness.h"
 #include "examples/explorer/explorer_view.h"
 
@@ -18,19 +19,29 @@ examples::Grid waves(int side) {
     return grid;
 }
 
-Options defaultOptions() {
+Options optionsFor(bool overlays) {
     Options options;
     options.ramp = examples::ColourRamp::names().front();
+    options.toolbar = overlays;
+    if (!overlays) options.legend.reset();
     return options;
 }
 
 /// The explorer's window, which can also draw its surface without anything of the toolkit's around it.
 class ChartView : public CExplorerView {
 public:
-    explicit ChartView(const examples::Grid& grid) : CExplorerView(grid, defaultOptions()), m_grid(grid) {
+    explicit ChartView(const examples::Grid& grid, bool overlays = false)
+        : CExplorerView(grid, optionsFor(overlays)), m_grid(grid) {
         CreateEx(0, AfxRegisterWndClass(CS_OWNDC), "", WS_POPUP, CRect(0, 0, 800, 600), nullptr, 0);
         ShowWindow(SW_SHOWNA);
         UpdateWindow();
+    }
+
+    /// A frame, of a chart that has been turned.
+    void drawFrame() {
+        m_userRot.RotateY(1);
+        CClientDC client(this);
+        OutputToDC(&client, FALSE, 0, 0, FALSE);
     }
 
     void drawSurfaceAlone(HDC dc) {
@@ -72,6 +83,14 @@ bench::Sides frames(int side) {
             }};
 }
 
+bench::Sides framesWithOverlays() {
+    const auto with = std::make_shared<ChartView>(waves(200), true);
+    const auto without = std::make_shared<ChartView>(waves(200));
+    return {[=] { with->drawFrame(); }, [=] { without->drawFrame(); }};
+}
+
+const bench::Registration overlays{
+    {"explorer frame with all overlays, 200 x 200", "the frame without them", 1.1, framesWithOverlays}};
 const bench::Registration small{{"explorer frame with axes, 200 x 200", "GL drawing the surface alone", 1.15,
                                  [] { return frames(200); }}};
 const bench::Registration large{{"explorer frame with axes, 1000 x 1000", "GL drawing the surface alone",
