@@ -125,8 +125,7 @@ void AxisLabels::add(CvornOGLMapping& mapping, const CvornAxisSet& set, std::siz
 }
 
 void AxisLabels::draw(CvornOGLMapping& mapping, std::span<const CRect> keptClear) {
-    GLint viewport[4];
-    ::glGetIntegerv(GL_VIEWPORT, viewport);
+    const int* const viewport = mapping.m_anViewport; // the whole picture's; GL's is a part of a large one
     std::vector<LabelBox> taken;
     for (const CRect& rc : keptClear)
         taken.push_back({static_cast<double>(rc.left), static_cast<double>(viewport[3] - rc.bottom),

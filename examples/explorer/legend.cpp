@@ -112,7 +112,9 @@ CRect ChartLegend::place(const CRect& free) {
     area.DeflateRect(m_lineHeight / 2, m_lineHeight / 2);
     const CSize size(static_cast<int>(std::ceil(m_panel.m_fWidth)),
                      static_cast<int>(std::ceil(m_panel.m_fHeight)));
-    if (!m_place || size.cx > area.Width() || size.cy > area.Height()) return free;
+    const bool fits = size.cx <= area.Width() && size.cy <= area.Height() &&
+                      3 * size.cx * size.cy < free.Width() * free.Height();
+    if (!m_place || !fits) return free;
     CPoint corner = area.TopLeft();
     if (m_place->horizontal == TPA_RIGHT) corner.x = area.right - size.cx;
     if (m_place->horizontal == TPA_HCENTER) corner.x += (area.Width() - size.cx) / 2;

@@ -12,7 +12,8 @@
 #include <vector>
 
 /// The legend: a panel with the chart's name, the size of its table, its least and greatest number and their
-/// mean, over a scale of the colours. Lit up under the mouse. Not shown where it has no room.
+/// mean, over a scale of the colours. Lit up under the mouse. Not shown where it
+/// would cover a third of the picture.
 class ChartLegend : public ChartOverlay {
 public:
     /// The statistics of a grid; holes do not count. The ramp must live as long as the legend.

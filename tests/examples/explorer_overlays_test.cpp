@@ -131,6 +131,12 @@ TEST(ExplorerOverlays, TheLegendLightsUpUnderTheMouseAndLiesAboveTheScene) {
         for (int i = 1; i < 20; ++i)
             view.mouse(WM_MOUSEMOVE, MK_LBUTTON, CPoint(5 + i * (turn % 3), 5 + i));
         view.mouse(WM_LBUTTONUP, 0, CPoint(5, 5));
+        for (const auto& label : view.axes().labels()) {
+            const int top = static_cast<int>(view.size().cy - label.bottom - label.height);
+            const CRect text(CPoint(static_cast<int>(label.left), top),
+                             CSize(static_cast<int>(label.width), static_cast<int>(label.height)));
+            EXPECT_TRUE(!label.shown || (text & legend).IsRectEmpty()) << turn;
+        }
         const COLORREF corner = view.at(legend.left, legend.top);
         EXPECT_EQ(corner, RGB(212, 214, 220)) << turn;
     }
