@@ -3,6 +3,7 @@
 
 #include "tests/support/temp_folder.h"
 
+#include <cstdlib>
 #include <gtest/gtest.h>
 #include <limits>
 
@@ -47,7 +48,8 @@ TEST(CopyInfo, LivesInTheProfile) {
     const std::string path = folder.pathOf("profile.ini");
     CWinApp application;
     CWinApp* app = &application;
-    app->m_pszProfileName = path.c_str();
+    std::free(const_cast<char*>(app->m_pszProfileName)); // the application owns its names
+    app->m_pszProfileName = ::_strdup(path.c_str());
 
     CvornCopyInfo saved;
     saved.nFormat = CF_METAFILEPICT;

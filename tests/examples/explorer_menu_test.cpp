@@ -6,6 +6,7 @@
 #include "tests/support/handle_counts.h"
 #include "tests/support/temp_folder.h"
 
+#include <cstdlib>
 #include <gtest/gtest.h>
 
 namespace {
@@ -76,7 +77,8 @@ TEST(ExplorerMenu, CopySetupComesBackAtTheNextStart) {
     const std::string profile = folder.pathOf("profile.ini");
     CWinApp application;
     CWinApp* app = &application;
-    app->m_pszProfileName = profile.c_str();
+    std::free(const_cast<char*>(app->m_pszProfileName)); // the application owns its names
+    app->m_pszProfileName = ::_strdup(profile.c_str());
     {
         View view;
         support::DialogDriver driver({[](HWND dialog) {
