@@ -200,6 +200,7 @@ std::string usageText() {
            "\n"
            "In the window: drag to turn, Ctrl+drag to move, wheel or up and down keys to zoom,\n"
            "right button while the left is held to come back; D, F, T and S for the 3-D, front,\n"
-           "top and side views; G, A, L and P for grids, tips, labels and planes; right click\n"
-           "for these and to copy, export and print.\n";
+           "top and side views; G, A, L, P and I for grids, tips, labels, planes and\n"
+           "lighting; E and B for legend and toolbar; right click for these and to copy, export and\n"
+           "print, on a slider of the toolbar to put it back.\n";
 }
