@@ -109,10 +109,15 @@ void CvornCopyRender::Copy() {
     DrawBorder();
     const auto own = static_cast<HBITMAP>(GetSafeHandle());
     vorn::detail::UniqueGlobal dib(dibFromBitmap(own, BI_RGB, 0, nullptr));
-    // Both in one go: were the clipboard closed in between, another program might keep it from the second.
+    bool placed = false;
+    if (dib && ::OpenClipboard(nullptr)) {
+        ::EmptyClipboard();
+        placed = ::SetClipboardData(CF_DIB, dib.get()) != nullptr;
+        if (placed) dib.release();
+        ::CloseClipboard();
+    }
     if (own == nullptr || !::OpenClipboard(nullptr)) return;
-    ::EmptyClipboard();
-    if (dib && ::SetClipboardData(CF_DIB, dib.get()) != nullptr) dib.release();
+    if (!placed) ::EmptyClipboard();
     GiveToClipboard();
     ::CloseClipboard();
 }
