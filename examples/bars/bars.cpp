@@ -4,6 +4,7 @@
 #include "box.h"
 
 #include "common/axis_labels.h"
+#include "common/axis_lines.h"
 #include "common/axis_range.h"
 #include "common/chart_app.h"
 #include "common/grid.h"
@@ -163,6 +164,7 @@ void CBarsView::OnOutputToDC(CDC*, int, int) {
     ::glCallList(ListBars);
     ::glDisable(GL_LIGHTING);
     ::glCallList(ListAxes);
+    examples::drawAxisLines(m_axes, m_fLineWidth);
     drawLabels();
     CRect client(CPoint(0, 0), m_rcView.Size());
     client.DeflateRect(m_labels.lineHeight(), m_labels.lineHeight());

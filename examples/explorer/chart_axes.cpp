@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "chart_axes.h"
 
+#include "common/axis_lines.h"
+
 #include <algorithm>
 #include <cmath>
 #include <cstdlib>
@@ -190,12 +192,13 @@ void ChartAxes::build(float lineWidth) {
     bare.vornBuild(axisList, lineWidth);
 }
 
-void ChartAxes::draw() const {
+void ChartAxes::draw(float lineWidth) const {
     if (!shows(SHOW_AXES)) return;
     ::glPushAttrib(GL_ENABLE_BIT | GL_CURRENT_BIT | GL_LINE_BIT);
     // Lines have no lit side, and an image on a plane keeps its colours seen from behind.
     ::glDisable(GL_LIGHTING);
     ::glCallList(axisList);
+    examples::drawAxisLines(m_set, lineWidth);
     ::glPopAttrib();
 }
 

@@ -39,7 +39,7 @@ public:
     /// Compiles the set into its display list. Needs the view's context.
     void build(float lineWidth);
     /// Draws the list, unlit.
-    void draw() const;
+    void draw(float lineWidth) const;
 
     /// Makes the font for a picture of that height. `dc` is the one that GL draws to.
     CFont& makeFont(CDC& dc, int pictureHeight, int listBase) {

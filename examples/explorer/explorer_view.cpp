@@ -256,7 +256,7 @@ void CExplorerView::OnOutputToDC(CDC*, int, int) {
     m_toolbar.show(state());
     m_overlays.prepare(m_mapping, m_rcView.Size());
     m_laidOut = true;
-    m_axes.draw();
+    m_axes.draw(m_fLineWidth);
     m_surface.draw();
     m_axes.drawLabels(m_mapping, m_overlays.bounds());
     m_overlays.draw();

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "scatter_view.h"
 
+#include "common/axis_lines.h"
 #include "common/legend.h"
 
 #include <algorithm>
@@ -141,6 +142,7 @@ void CScatterView::OnOutputToDC(CDC*, int, int) {
     ::glCallList(ListPoints);
     ::glDisable(GL_LIGHTING);
     ::glCallList(ListAxes);
+    examples::drawAxisLines(m_axes, m_fLineWidth);
     drawLabels();
     CRect client(CPoint(0, 0), m_rcView.Size());
     client.DeflateRect(m_labels.lineHeight(), m_labels.lineHeight());
