@@ -62,25 +62,28 @@ float SurfaceMesher::slope(const float* at, std::ptrdiff_t stride, bool hasBefor
 }
 
 void SurfaceMesher::writeVertices(MeshVertex* out) const {
-    const float* height = m_heights.data();
+    for (int row = 0; row < m_rows; ++row, out += m_columns)
+        writeRow(row, out);
+}
+
+void SurfaceMesher::writeRow(int row, MeshVertex* out) const {
+    const float* height = m_heights.data() + static_cast<std::ptrdiff_t>(row) * m_columns;
     float left = -m_stepX * static_cast<float>(m_columns - 1) / 2;
     float back = m_stepY * static_cast<float>(m_rows - 1) / 2;
-    for (int row = 0; row < m_rows; ++row) {
-        float y = back - m_stepY * static_cast<float>(row);
-        for (int column = 0; column < m_columns; ++column, ++out, ++height) {
-            if (std::isnan(*height)) {
-                *out = {};
-                continue;
-            }
-            float slopeX = slope(height, 1, column > 0, column + 1 < m_columns, m_stepX);
-            // Rows run towards the viewer, y runs away.
-            float slopeY = -slope(height, m_columns, row > 0, row + 1 < m_rows, m_stepY);
-            float scale = 127 / std::sqrt(slopeX * slopeX + slopeY * slopeY + 1);
-            Rgb colour = m_ramp.at(*height);
-            *out = {{left + m_stepX * static_cast<float>(column), y, (*height - 0.5f) * m_extents.height},
-                    {rounded(-slopeX * scale), rounded(-slopeY * scale), rounded(scale), 0},
-                    {colour.red, colour.green, colour.blue, 255}};
+    float y = back - m_stepY * static_cast<float>(row);
+    for (int column = 0; column < m_columns; ++column, ++out, ++height) {
+        if (std::isnan(*height)) {
+            *out = {};
+            continue;
         }
+        float slopeX = slope(height, 1, column > 0, column + 1 < m_columns, m_stepX);
+        // Rows run towards the viewer, y runs away.
+        float slopeY = -slope(height, m_columns, row > 0, row + 1 < m_rows, m_stepY);
+        float scale = 127 / std::sqrt(slopeX * slopeX + slopeY * slopeY + 1);
+        Rgb colour = m_ramp.at(*height);
+        *out = {{left + m_stepX * static_cast<float>(column), y, (*height - 0.5f) * m_extents.height},
+                {rounded(-slopeX * scale), rounded(-slopeY * scale), rounded(scale), 0},
+                {colour.red, colour.green, colour.blue, 255}};
     }
 }
 

@@ -52,6 +52,8 @@ public:
 
     /// Writes all vertices, one after the other and without looking back.
     void writeVertices(MeshVertex* out) const;
+    /// Writes those of one row only.
+    void writeRow(int row, MeshVertex* out) const;
     /// Writes three, two or one indices for each triangle, line or point; front faces look up. Returns how
     /// many.
     std::size_t writeIndices(std::uint32_t* out) const;

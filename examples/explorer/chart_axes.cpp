@@ -85,8 +85,20 @@ ChartAxes::Scale ChartAxes::scaleOf(const std::vector<std::string>& labels, int 
 }
 
 ChartAxes::ChartAxes(const Grid& grid, Titles titles)
-    : m_set(AXES_TIPS | AXES_GRIDS | SHOW_LABELS | SHOW_PLANES | SHOW_AXES),
-      m_whole(MeshExtents::inBall(grid, ballRadius)) {
+    : m_set(AXES_TIPS | AXES_GRIDS | SHOW_LABELS | SHOW_PLANES | SHOW_AXES), m_titles(std::move(titles)) {
+    // The first row lies at the far end, and the rows run towards the eye: so the three planes stand behind
+    // the surface, seen from in front, from the right or from above.
+    m_set.m_axisY.m_afDirection[1] = -1;
+    const CvornColour dark(examples::AxisLabels::ink, 1);
+    m_set.m_clrAxis = dark;
+    m_set.m_clrGrid = CvornColour(RGB(176, 178, 186), 1);
+    m_set.m_clrMinorGrid = CvornColour(RGB(226, 227, 232), 1);
+    m_set.m_axisX.m_clrAxis = m_set.m_axisY.m_clrAxis = m_set.m_axisZ.m_clrAxis = dark;
+    fitTo(grid);
+}
+
+void ChartAxes::fitTo(const Grid& grid) {
+    m_whole = MeshExtents::inBall(grid, ballRadius);
     Scale values;
     values.title = "value";
     values.first = HUGE_VAL;
@@ -104,17 +116,10 @@ ChartAxes::ChartAxes(const Grid& grid, Titles titles)
         m_scales[0].title = grid.corner.substr(cut + 1);
         m_scales[1].title = grid.corner.substr(0, cut);
     }
-    // The first row lies at the far end, and the rows run towards the eye: so the three planes stand behind
-    // the surface, seen from in front, from the right or from above.
-    m_set.m_axisY.m_afDirection[1] = -1;
-    for (std::size_t i = 0; i < titles.size(); ++i) {
-        if (!titles[i].empty()) m_scales[i].title = std::move(titles[i]);
+    for (std::size_t i = 0; i < m_titles.size(); ++i) {
+        if (!m_titles[i].empty()) m_scales[i].title = m_titles[i];
     }
-    const CvornColour dark(examples::AxisLabels::ink, 1);
-    m_set.m_clrAxis = dark;
-    m_set.m_clrGrid = CvornColour(RGB(176, 178, 186), 1);
-    m_set.m_clrMinorGrid = CvornColour(RGB(226, 227, 232), 1);
-    m_set.m_axisX.m_clrAxis = m_set.m_axisY.m_clrAxis = m_set.m_axisZ.m_clrAxis = dark;
+    m_set.InvalidateImages();
     place();
 }
 

@@ -21,6 +21,9 @@ public:
     /// Ranges and titles for a grid; empty titles are taken from the grid's headers.
     ChartAxes(const examples::Grid& grid, Titles titles);
 
+    /// Ranges and titles for another grid in its place; what is shown stays as it is.
+    void fitTo(const examples::Grid& grid);
+
     CvornAxisSet& set() { return m_set; }
     /// The size of the surface inside the axes, in model units.
     const examples::MeshExtents& extents() const { return m_extents; }
@@ -74,6 +77,7 @@ private:
     void addLabels(CvornOGLMapping& mapping, std::size_t which, int priority);
 
     CvornAxisSet m_set;
+    Titles m_titles;
     std::array<Scale, 3> m_scales;
     examples::MeshExtents m_whole; ///< the grid's proportions
     examples::MeshExtents m_extents;

@@ -11,6 +11,8 @@ BEGIN_MESSAGE_MAP(CExplorerView, CvornOGLWnd)
     ON_WM_LBUTTONUP()
     ON_WM_MOUSEMOVE()
     ON_WM_RBUTTONDOWN()
+    ON_WM_MOUSEWHEEL()
+    ON_MESSAGE(WM_ROW_COLOUR, &CExplorerView::OnRowColour)
     ON_MESSAGE(WM_CAPTURECHANGED, &CExplorerView::OnCaptureChanged)
     ON_MESSAGE(WM_MOUSELEAVE, &CExplorerView::OnMouseLeave)
 END_MESSAGE_MAP()
@@ -27,9 +29,10 @@ void CExplorerView::showChanges() {
 
 void CExplorerView::OnLButtonDown(UINT nFlags, CPoint pt) {
     layOutNow();
-    if (!m_overlays.press(nFlags, pt)) return CvornOGLWnd::OnLButtonDown(nFlags, pt);
+    if (m_overlays.overlayAt(pt) == nullptr) return CvornOGLWnd::OnLButtonDown(nFlags, pt);
     SetFocus();
-    SetCapture();
+    SetCapture(); // first: a dialog that the press opens takes the mouse away
+    m_overlays.press(nFlags, pt);
     showChanges();
 }
 
@@ -85,6 +88,10 @@ LRESULT CExplorerView::OnMouseLeave(WPARAM, LPARAM) {
 }
 
 void CExplorerView::OnKeyDown(UINT nChar, UINT nRepCnt, UINT nFlags) {
-    if (const int command = commandOfKey(nChar)) onCommand(command);
+    const bool ctrl = ::GetKeyState(VK_CONTROL) < 0;
+    if (const int command = ctrl ? commandOfCtrlKey(nChar) : commandOfKey(nChar))
+        OnMenuItem(command);
+    else if ((nChar == VK_PRIOR || nChar == VK_NEXT) && m_sheet.scrollPages(nChar == VK_NEXT ? 1 : -1))
+        showChanges();
     CvornOGLWnd::OnKeyDown(nChar, nRepCnt, nFlags);
 }

@@ -37,7 +37,11 @@ constexpr Item items[] = {{ID_COPY, "&Copy"},
                           {ID_SHOW_PLANES, "Pla&nes\tP"},
                           {ID_SHOW_LIGHTING, "L&ighting\tI"},
                           {ID_SHOW_LEGEND, "Legen&d\tE"},
-                          {ID_SHOW_TOOLBAR, "Tool&bar\tB"}};
+                          {ID_SHOW_TOOLBAR, "Tool&bar\tB"},
+                          {ID_SHOW_SHEET, "Data s&heet\tR"},
+                          {0, nullptr},
+                          {ID_COPY_ROWS, "Copy r&ows\tCtrl+C"},
+                          {ID_PASTE_ROWS, "Pa&ste rows\tCtrl+V"}};
 
 /// The part of the axes that a command switches; 0 for other commands.
 DWORD partOf(int command) {
@@ -111,9 +115,13 @@ bool createExplorerMenu(CMenu& menu) {
 int commandOfKey(UINT key) {
     for (const Item& item : items) {
         const char* const tab = item.text != nullptr ? std::strchr(item.text, '\t') : nullptr;
-        if (tab != nullptr && static_cast<UINT>(tab[1]) == key) return item.id;
+        if (tab != nullptr && static_cast<UINT>(tab[1]) == key && tab[2] == '\0') return item.id;
     }
     return 0;
+}
+
+int commandOfCtrlKey(UINT key) {
+    return key == 'C' ? ID_COPY_ROWS : key == 'V' ? ID_PASTE_ROWS : 0;
 }
 
 void CExplorerView::loadCopySettings() {
@@ -139,6 +147,8 @@ void CExplorerView::OnUpdateMenuItem(int nID, CCmdUI& cmdUI) {
         cmdUI.SetCheck(m_legend.isShown());
     else if (nID == ID_SHOW_TOOLBAR)
         cmdUI.SetCheck(m_toolbar.isShown());
+    else if (nID == ID_SHOW_SHEET)
+        cmdUI.SetCheck(m_sheet.isShown());
 }
 
 void CExplorerView::OnMenuItem(int nID) {
@@ -178,6 +188,13 @@ void CExplorerView::onCommand(int command) {
     case ID_SHOW_TOOLBAR:
         m_toolbar.setShown(!m_toolbar.isShown());
         return SetUpdate(UPD_VIEW, TRUE, TRUE);
+    case ID_SHOW_SHEET:
+        m_sheet.setShown(!m_sheet.isShown());
+        return SetUpdate(UPD_FONTS, TRUE, TRUE);
+    case ID_COPY_ROWS:
+        return copyRows();
+    case ID_PASTE_ROWS:
+        return pasteRows();
     default:
         if (const DWORD part = partOf(command)) {
             m_axes.toggle(part);

@@ -22,10 +22,15 @@ enum ExplorerCommand : int {
     ID_SHOW_LEGEND,
     ID_SHOW_TOOLBAR,
     ID_EXAGGERATION, ///< the toolbar's sliders
-    ID_RAMP
+    ID_RAMP,
+    ID_SHOW_SHEET,
+    ID_COPY_ROWS,
+    ID_PASTE_ROWS
 };
 
 /// Fills an empty menu object with the commands. False when the system refuses.
 bool createExplorerMenu(CMenu& menu);
 /// The command of a key; 0 for a key without one.
 int commandOfKey(UINT key);
+/// The same for a key with Ctrl.
+int commandOfCtrlKey(UINT key);

@@ -75,11 +75,14 @@ CExplorerView::CExplorerView(examples::Grid grid, const Options& options)
       m_toolbar({[this](int command) { OnMenuItem(command); },
                  [this](double exaggeration) { setExaggeration(exaggeration); },
                  [this](std::size_t ramp) { setRamp(ramp); }}),
-      m_legend(nameOf(options.file), m_grid, m_ramp), m_overlays({&m_toolbar, &m_legend}, overlayLists),
+      m_legend(nameOf(options.file), m_grid, m_ramp), m_sheet(m_grid),
+      m_overlays({&m_toolbar, &m_legend, &m_sheet}, overlayLists),
       m_hasPlanes(loadPlanes(options.planeFiles)) {
     for (DWORD bits : options.hidden)
         m_axes.toggle(bits);
     m_legend.setPlace(options.legend);
+    m_sheet.setShown(options.sheet);
+    m_sheet.setWindow(this);
     m_toolbar.setShown(options.toolbar);
     m_axes.setExaggeration(options.exaggeration);
     m_clrBackground = background;
@@ -244,6 +247,7 @@ void CExplorerView::OnSetEffects() {
 
 void CExplorerView::OnBuild() {
     m_surface.build({m_grid, m_ramp, m_axes.extents()});
+    m_rowLines.clear();
     if (!m_axes.set().IsImageSizesValid()) {
         CClientDC screen(nullptr);
         m_axes.set().ResizeImages(&screen, m_planePixels);
@@ -258,6 +262,7 @@ void CExplorerView::OnOutputToDC(CDC*, int, int) {
     m_laidOut = true;
     m_axes.draw(m_fLineWidth);
     m_surface.draw();
+    drawRowLines();
     m_axes.drawLabels(m_mapping, m_overlays.bounds());
     m_overlays.draw();
     // Without a context the cycle runs all the same, and draws nothing.

@@ -3,6 +3,7 @@
 
 #include "chart_axes.h"
 #include "chart_toolbar.h"
+#include "data_sheet.h"
 #include "legend.h"
 #include "options.h"
 #include "overlay_stack.h"
@@ -38,6 +39,16 @@ public:
     /// These take effect at once.
     void setExaggeration(double exaggeration);
     void setRamp(std::size_t ramp);
+    DataSheet& sheet() { return m_sheet; }
+    const examples::Grid& grid() const { return m_grid; }
+
+    /// Puts the selected rows, or without a selection all, on the clipboard as tab-separated text.
+    /// @throws std::runtime_error when the clipboard refuses.
+    void copyRows();
+    /// Takes rows from such a text on the clipboard, from the first selected row on, or from the first of
+    /// all: chart, sheet and legend follow. @throws std::runtime_error, with nothing changed, for any other
+    /// text.
+    void pasteRows();
 
     /// In what format and size the chart is copied. The application's profile keeps them.
     const CvornCopyInfo& copySettings() const { return m_copyInfo; }
@@ -50,6 +61,7 @@ protected:
     void OnUpdateTextMetrics(CDC* pDC, int bPrint) override;
     void OnSetEffects() override;
     void OnBuild() override;
+    void OnOutputUpdateView(int nUnused) override;
     void OnOutputToDC(CDC* pDC, int x, int y) override;
     void OnShowMenu() override;
     void OnUpdateMenuItem(int nID, CCmdUI& cmdUI) override;
@@ -62,11 +74,15 @@ protected:
     afx_msg void OnRButtonDown(UINT nFlags, CPoint pt);
     afx_msg LRESULT OnCaptureChanged(WPARAM, LPARAM lParam);
     afx_msg LRESULT OnMouseLeave(WPARAM, LPARAM);
+    afx_msg BOOL OnMouseWheel(UINT nFlags, short zDelta, CPoint pt);
+    afx_msg LRESULT OnRowColour(WPARAM, LPARAM lParam);
     DECLARE_MESSAGE_MAP()
 
 private:
     void onCommand(int command);
     void layOutNow();
+    void setGrid(examples::Grid grid);
+    void drawRowLines();
     void showChanges();
     void setUpCopies();
     bool loadPlanes(const std::array<std::string, 3>& files);
@@ -79,6 +95,8 @@ private:
     std::size_t m_rampIndex;
     ChartToolbar m_toolbar;
     ChartLegend m_legend;
+    DataSheet m_sheet;
+    RowLines m_rowLines;
     OverlayStack m_overlays;
     int m_fontSide = 0;        ///< of the picture that the font was made for
     bool m_laidOut = false;    ///< the overlays, for the view as it is now

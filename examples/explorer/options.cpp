@@ -155,6 +155,8 @@ Options parseOptions(int count, const char* const* arguments) {
             options.exaggeration = parseExaggeration(value());
         } else if (argument == "--legend") {
             options.legend = parseLegendPlace(value());
+        } else if (argument == "--sheet") {
+            options.sheet = true;
         } else if (argument == "--save") {
             options.saveFile = value();
         } else if (argument == "--load") {
@@ -195,6 +197,7 @@ std::string usageText() {
            "  --legend PLACE    top-left, top, top-right, left, centre, right, bottom-left, bottom,\n"
            "                    bottom-right or none (bottom-left)\n"
            "  --exaggeration F  how many times as high, 0.1 to 10 (1)\n"
+           "  --sheet           with the data sheet: a row of the table with its statistics in each line\n"
            "  --save CHART      write the chart's ranges and parameters to a file\n"
            "  --load CHART      take them from such a file\n"
            "\n"
@@ -202,5 +205,8 @@ std::string usageText() {
            "right button while the left is held to come back; D, F, T and S for the 3-D, front,\n"
            "top and side views; G, A, L, P and I for grids, tips, labels, planes and\n"
            "lighting; E and B for legend and toolbar; right click for these and to copy, export and\n"
-           "print, on a slider of the toolbar to put it back.\n";
+           "print, on a slider of the toolbar to put it back.\n"
+           "R for the data sheet: its selected rows (Ctrl+click for several) are lines on the surface,\n"
+           "in the colours of their cells; Ctrl+C and Ctrl+V copy and paste rows, wheel and page keys\n"
+           "scroll it.\n";
 }

@@ -40,6 +40,7 @@ struct Options {
     std::optional<LegendPlace> legend = LegendPlace();
     bool toolbar = true;
     double exaggeration = 1; ///< from 0.1 to 10
+    bool sheet = false;      ///< the data sheet is shown
     std::string saveFile;    ///< where to save the chart's ranges and parameters
     std::string loadFile;    ///< where to load them from
     bool help = false;
