@@ -19,18 +19,21 @@ examples::Grid waves(int side) {
     return grid;
 }
 
-Options optionsFor(bool overlays) {
+enum class Overlays { none, small, all };
+
+Options optionsFor(Overlays overlays) {
     Options options;
     options.ramp = examples::ColourRamp::names().front();
-    options.toolbar = overlays;
-    if (!overlays) options.legend.reset();
+    options.toolbar = overlays != Overlays::none;
+    options.sheet = overlays == Overlays::all;
+    if (overlays == Overlays::none) options.legend.reset();
     return options;
 }
 
 /// The explorer's window, which can also draw its surface without anything of the toolkit's around it.
 class ChartView : public CExplorerView {
 public:
-    explicit ChartView(const examples::Grid& grid, bool overlays = false)
+    explicit ChartView(const examples::Grid& grid, Overlays overlays = Overlays::none)
         : CExplorerView(grid, optionsFor(overlays)), m_grid(grid) {
         CreateEx(0, AfxRegisterWndClass(CS_OWNDC), "", WS_POPUP, CRect(0, 0, 800, 600), nullptr, 0);
         ShowWindow(SW_SHOWNA);
@@ -83,14 +86,17 @@ bench::Sides frames(int side) {
             }};
 }
 
-bench::Sides framesWithOverlays() {
-    const auto with = std::make_shared<ChartView>(waves(200), true);
+bench::Sides framesWith(Overlays overlays) {
+    const auto with = std::make_shared<ChartView>(waves(200), overlays);
     const auto without = std::make_shared<ChartView>(waves(200));
     return {[=] { with->drawFrame(); }, [=] { without->drawFrame(); }};
 }
 
-const bench::Registration overlays{
-    {"explorer frame with all overlays, 200 x 200", "the frame without them", 1.1, framesWithOverlays}};
+const bench::Registration smallOverlays{{"explorer frame with legend and toolbar, 200 x 200",
+                                         "the frame without them", 1.1,
+                                         [] { return framesWith(Overlays::small); }}};
+const bench::Registration allOverlays{{"explorer frame with a sheet of 32 rows too", "the frame without them",
+                                       3, [] { return framesWith(Overlays::all); }}};
 const bench::Registration small{{"explorer frame with axes, 200 x 200", "GL drawing the surface alone", 1.15,
                                  [] { return frames(200); }}};
 const bench::Registration large{{"explorer frame with axes, 1000 x 1000", "GL drawing the surface alone",

@@ -3,9 +3,9 @@
 
 #include "chart_overlay.h"
 #include "explorer_menu.h"
-#include "window_shapes.h"
 
 #include "common/colour_ramp.h"
+#include "common/window_shapes.h"
 
 #include <algorithm>
 #include <cmath>
@@ -45,7 +45,7 @@ public:
         colour.glColor();
         ::glBegin(kind);
         for (const Point& point : points)
-            windowVertex(m_mapping, m_x + point.x * m_size, m_y + point.y * m_size, m_depth);
+            examples::windowVertex(m_mapping, m_x + point.x * m_size, m_y + point.y * m_size, m_depth);
         ::glEnd();
     }
     void disc(const CvornColour& colour, Point middle, double radius) const {
@@ -53,8 +53,8 @@ public:
         ::glBegin(GL_POLYGON);
         for (int i = 0; i < 24; ++i) {
             const double angle = i * std::numbers::pi / 12;
-            windowVertex(m_mapping, m_x + (middle.x + radius * std::cos(angle)) * m_size,
-                         m_y + (middle.y + radius * std::sin(angle)) * m_size, m_depth);
+            examples::windowVertex(m_mapping, m_x + (middle.x + radius * std::cos(angle)) * m_size,
+                                   m_y + (middle.y + radius * std::sin(angle)) * m_size, m_depth);
         }
         ::glEnd();
     }
@@ -145,18 +145,18 @@ void ExaggerationSlider::oglOutputShape(CvornOGLMapping* map, CRect& rc, float z
     const auto wedge = [&](const CvornColour& colour, double end, double depth) {
         colour.glColor();
         ::glBegin(GL_TRIANGLES);
-        windowVertex(*map, left, bottom, depth);
-        windowVertex(*map, end, bottom, depth);
-        windowVertex(*map, end, bottom + height * (end - left) / (right - left), depth);
+        examples::windowVertex(*map, left, bottom, depth);
+        examples::windowVertex(*map, end, bottom, depth);
+        examples::windowVertex(*map, end, bottom + height * (end - left) / (right - left), depth);
         ::glEnd();
     };
     constexpr double step = ChartOverlay::depthStep / 4;
     wedge(CvornColour(track, 1), right, z);
     wedge(CvornColour(accent, 1), marker, z - step);
-    fillBox(*map, middle - thumb / 2, bottom, middle + thumb / 2, bottom + height / 2, z - 2 * step,
-            CvornColour(backOff, 1));
-    fillBox(*map, marker - thumb, bottom - thumb, marker + thumb, bottom + height + thumb, z - 3 * step,
-            CvornColour(ink, 1));
+    examples::fillBox(*map, middle - thumb / 2, bottom, middle + thumb / 2, bottom + height / 2, z - 2 * step,
+                      CvornColour(backOff, 1));
+    examples::fillBox(*map, marker - thumb, bottom - thumb, marker + thumb, bottom + height + thumb,
+                      z - 3 * step, CvornColour(ink, 1));
 }
 
 RampSlider::RampSlider(int id, int column)
@@ -182,15 +182,16 @@ void RampSlider::oglOutputShape(CvornOGLMapping* map, CRect& rc, float z) {
         const double left = std::round(rc.left + step * static_cast<double>(i)) + gap,
                      right = std::round(rc.left + step * static_cast<double>(i + 1)) - gap;
         if (i == this->ramp())
-            fillBox(*map, left - gap, rc.bottom - gap, right + gap, rc.top + gap, z, CvornColour(ink, 1));
+            examples::fillBox(*map, left - gap, rc.bottom - gap, right + gap, rc.top + gap, z,
+                              CvornColour(ink, 1));
         constexpr int parts = 8;
         for (int part = 0; part < parts; ++part) {
             const examples::Rgb low = ramp.at(part / double{parts}),
                                 high = ramp.at((part + 1) / double{parts});
-            fillBox(*map, left, rc.bottom + height * part / parts, right,
-                    rc.bottom + height * (part + 1) / parts, z - ChartOverlay::depthStep / 2,
-                    CvornColour(RGB(low.red, low.green, low.blue), 1),
-                    CvornColour(RGB(high.red, high.green, high.blue), 1), true);
+            examples::fillBox(*map, left, rc.bottom + height * part / parts, right,
+                              rc.bottom + height * (part + 1) / parts, z - ChartOverlay::depthStep / 2,
+                              CvornColour(RGB(low.red, low.green, low.blue), 1),
+                              CvornColour(RGB(high.red, high.green, high.blue), 1), true);
         }
     }
 }

@@ -2,7 +2,8 @@
 #include "chart_toolbar.h"
 
 #include "explorer_menu.h"
-#include "window_shapes.h"
+
+#include "common/window_shapes.h"
 
 #include <algorithm>
 #include <cmath>
@@ -115,8 +116,8 @@ void ChartToolbar::draw(CvornOGLMapping& mapping, CSize view) {
         button.dress(m_pActive == &button);
     const double line = std::max(1.0, std::round(m_lineHeight / 16.0));
     oglOutput(&mapping, view.cy, textDepth, depthStep, static_cast<float>(line / 2), 0, m_fontLists);
-    frameBox(mapping, m_rcBar.left, view.cy - m_rcBar.bottom, m_rcBar.right, view.cy - m_rcBar.top, textDepth,
-             line, CvornColour(RGB(206, 208, 214), 1));
+    examples::frameBox(mapping, m_rcBar.left, view.cy - m_rcBar.bottom, m_rcBar.right, view.cy - m_rcBar.top,
+                       textDepth, line, CvornColour(RGB(206, 208, 214), 1));
 }
 
 void ChartToolbar::answerSlider(int id) {

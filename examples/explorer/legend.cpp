@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: MIT
 #include "legend.h"
 
-#include "window_shapes.h"
+#include "common/window_shapes.h"
 
 #include <algorithm>
 #include <cmath>
@@ -128,17 +128,18 @@ void ChartLegend::draw(CvornOGLMapping& mapping, CSize view) {
     // The panel covers half of what is behind it; texts need more than that over a dark surface.
     const double left = m_bounds.left, right = m_bounds.right;
     const double bottom = view.cy - m_bounds.bottom, top = view.cy - m_bounds.top;
-    fillBox(mapping, left, bottom, right, top, textDepth + 3 * depthStep, CvornColour(paper, 0.65F));
+    examples::fillBox(mapping, left, bottom, right, top, textDepth + 3 * depthStep,
+                      CvornColour(paper, 0.65F));
     // A panel at the bottom keeps half of its margin from there.
     const int ground = m_place->vertical == TPA_BOTTOM ? m_panel.m_szMargin.cy / 2 : 0;
     m_panel.glOutput(
         CRect(m_bounds.left, view.cy - m_bounds.top, m_bounds.right, view.cy - m_bounds.bottom - ground),
         &mapping, 2 * depthStep, m_hot);
     const double line = std::max(1.0, std::round(m_lineHeight / 16.0)), inset = m_panel.m_szGap.cx / 2.0 + 1;
-    frameBox(mapping, left, bottom, right, top, textDepth, line, CvornColour(edge, 1));
+    examples::frameBox(mapping, left, bottom, right, top, textDepth, line, CvornColour(edge, 1));
     const double underTitle = top - std::round(m_lineHeight * 1.4);
-    fillBox(mapping, left + inset, underTitle, right - inset, underTitle + line, textDepth,
-            CvornColour(edge, 1));
+    examples::fillBox(mapping, left + inset, underTitle, right - inset, underTitle + line, textDepth,
+                      CvornColour(edge, 1));
     drawColours(mapping, left + inset, bottom + std::round(m_lineHeight * 0.45), right - inset);
 }
 
@@ -151,8 +152,8 @@ void ChartLegend::drawColours(CvornOGLMapping& mapping, double left, double bott
     };
     const double step = (right - left) / steps, top = bottom + std::round(m_lineHeight * 0.45);
     for (int i = 0; i < steps; ++i)
-        fillBox(mapping, left + i * step, bottom, left + (i + 1) * step, top, textDepth, colourAt(i),
-                colourAt(i + 1));
+        examples::fillBox(mapping, left + i * step, bottom, left + (i + 1) * step, top, textDepth,
+                          colourAt(i), colourAt(i + 1));
 }
 
 void ChartLegend::onHover(bool inside) {

@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: MIT
 #include "scatter_view.h"
 
+#include "common/window_shapes.h"
+
 #include <algorithm>
 #include <cmath>
 #include <utility>
@@ -66,8 +68,12 @@ void CScatterView::drawTip() {
     };
     const int left = place(spot.x, m_tip.m_fWidth, m_rcView.Width());
     const int top = place(spot.y, m_tip.m_fHeight, m_rcView.Height()) + static_cast<int>(m_tip.m_fHeight);
+    // The panel lets half of the points behind it show through, which texts cannot bear.
+    constexpr double depth = 0.01;
+    examples::fillBox(m_mapping, left, top - m_tip.m_fHeight, left + m_tip.m_fWidth, top, depth + 0.002,
+                      CvornColour(RGB(255, 255, 255), 0.75F));
     m_tip.SetAlignment(TPA_LEFT, TPA_TOP);
-    m_tip.SetZ(0.01F);
+    m_tip.SetZ(static_cast<float>(depth));
     m_tip.glOutput(CRect(left, top, m_rcView.Width(), 0), &m_mapping, 0.001F, TRUE);
 }
 

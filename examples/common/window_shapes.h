@@ -3,6 +3,8 @@
 
 #include <vorn/vorn.h>
 
+namespace examples {
+
 /// Issues a vertex at GL window coordinates: pixels, y upwards, and depth.
 inline void windowVertex(CvornOGLMapping& mapping, double x, double y, double depth) {
     mapping.gluUnProject(x, y, depth);
@@ -37,3 +39,5 @@ inline void frameBox(CvornOGLMapping& mapping, double left, double bottom, doubl
     fillBox(mapping, left, bottom + width, left + width, top - width, depth, colour);
     fillBox(mapping, right - width, bottom + width, right, top - width, depth, colour);
 }
+
+} // namespace examples
