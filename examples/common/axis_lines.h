@@ -6,9 +6,9 @@
 namespace examples {
 
 /// Draws the lines of an axis set once more, a hair nearer to the eye than its list has: the first lines of
-/// the grids lie on them and shine through. Unlit, with a context current.
+/// the grids lie on them, the others end there, and all shine through. Unlit, with a context current.
 inline void drawAxisLines(const CvornAxisSet& set, float lineWidth) {
-    constexpr double hair = 2e-6; // of the window's depth: some 30 steps of a depth buffer with 24 bits
+    constexpr double hair = 4e-5; // of the window's depth: two hundredths of a model unit at the origin
     double depths[2];
     ::glGetDoublev(GL_DEPTH_RANGE, depths);
     ::glPushAttrib(GL_VIEWPORT_BIT | GL_LINE_BIT | GL_CURRENT_BIT);
