@@ -19,7 +19,7 @@ constexpr std::array<COLORREF, 6> colours = {RGB(208, 28, 60),  RGB(28, 92, 214)
 std::string nameOf(const examples::Grid& grid, int row) {
     if (grid.rowLabels.empty()) return std::to_string(row + 1);
     std::string name = grid.rowLabels[row];
-    if (name.size() > longestName) name = name.substr(0, longestName - 3) + "...";
+    if (name.size() > longestName) name.replace(longestName - 3, std::string::npos, "...");
     std::ranges::replace_if(
         name, [](unsigned char c) { return c < ' '; }, ' ');
     return name;
