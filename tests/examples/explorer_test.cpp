@@ -150,8 +150,6 @@ TEST_F(ExplorerTest, SaysWhatIsWrongAndLeavesNothingBehind) {
         {quoted("good.csv") + picture + " --load " + quoted("good.csv"), 1, "good.csv: is not a chart"},
         {quoted("good.csv") + " --export", 2, "needs a value"},
         {quoted("good.csv") + " --print \"No such printer\"", 1, "there is no printer No such printer"},
-        {quoted("good.csv") + " --copy --metafile", 2, "--copy and --metafile"},
-        {quoted("good.csv") + " --size 10x10", 2, "--size goes with"},
         {"", 2, "which file"},
         {"--help", 0, "--export PICTURE"},
     };

@@ -140,37 +140,26 @@ TEST(ExplorerView, ChartFilesBringRangesAndParametersBack) {
     }
 }
 
-/// Has its surface in a display list.
-class ListView : public ExplorerWindow {
-public:
-    explicit ListView(const examples::Grid& grid) : ExplorerWindow(grid), m_grid(grid) {}
+class SurfaceTest : public support::GlTest {};
 
-protected:
-    void OnBuild() override {
-        axes().build(m_fLineWidth);
-        m_list.build({m_grid, *examples::ColourRamp::named("land"), axes().extents()},
-                     Surface::Storage::list);
+TEST_F(SurfaceTest, AListShowsWhatBuffersShow) {
+    for (const GLenum capability : {GL_DEPTH_TEST, GL_LIGHTING, GL_LIGHT0, GL_COLOR_MATERIAL})
+        ::glEnable(capability);
+    ::glRotatef(30, 1, 1, 0);
+    const examples::Grid grid = waves(12, 15);
+    std::vector<Picture> pictures;
+    for (const auto storage : {Surface::Storage::best, Surface::Storage::list}) {
+        ::glClear(GL_COLOR_BUFFER_BIT | GL_DEPTH_BUFFER_BIT);
+        Surface surface;
+        surface.build({grid, *examples::ColourRamp::named("land"), {1, 1, 1}}, storage);
+        surface.draw();
+        surface.release();
+        pictures.push_back(Picture::ofContext({m_window.width(), m_window.height()}));
+        EXPECT_GT(pictures.back().where([](CPoint, COLORREF colour) { return colour != 0; }).size(), 2000U);
     }
-    void OnOutputToDC(CDC* pDC, int x, int y) override {
-        ExplorerWindow::OnOutputToDC(pDC, x, y);
-        m_list.draw();
-    }
-
-private:
-    examples::Grid m_grid;
-    Surface m_list;
-};
-
-TEST(ExplorerView, AListShowsWhatBuffersShow) {
-    ListView list(waves(12, 15));
-    ExplorerWindow buffers(waves(12, 15));
-    for (ExplorerWindow* view : {static_cast<ExplorerWindow*>(&list), &buffers})
-        view->axes().toggle(ChartAxes::SHOW_LABELS); // the list would be drawn over them
-    const Picture fromList = list.picture({200, 150}), fromBuffers = buffers.picture({200, 150});
-    ASSERT_GT(drawnIn(fromList).size(), 2000U);
     // Bytes become normals by one formula in a list and by another from a buffer.
-    for (const CPoint pt : support::differencesOf(fromList, fromBuffers))
-        ASSERT_TRUE(support::isNear(fromList.at(pt), fromBuffers.at(pt), 2)) << pt.x << ", " << pt.y;
+    for (const CPoint pt : support::differencesOf(pictures[0], pictures[1]))
+        ASSERT_TRUE(support::isNear(pictures[0].at(pt), pictures[1].at(pt), 2)) << pt.x << ", " << pt.y;
 }
 
 } // namespace

@@ -71,7 +71,6 @@ TEST(Scatter, RefusesWhatAreNoPoints) {
     };
     const Case cases[] = {
         {"", "holds no points"},
-        {"n,c,x,y,z,v\n", "holds no points"},
         {"n,c,x,y,z,v\np,q,1,2,3\n", "line 2, column 5: a row has six cells"},
         {"n,c,x,y,z,v,w\n", "line 1, column 6: a row has six cells"},
         {"n,c,x,y,z,v\np,q,1,two,3,4\n", "line 2, column 4: \"two\""},
