@@ -64,8 +64,9 @@ struct Job {
         grid = folder.write("grid.csv", {reinterpret_cast<const unsigned char*>(text.data()), text.size()});
     }
     std::string explorer() const {
-        return programPath("explorer.exe") + " " + grid + " --hide axes --export " +
-               folder.pathOf("ours.png") + " --size 1200x900";
+        return programPath("explorer.exe") + " " + grid +
+               " --hide axes --hide legend --hide toolbar --export " + folder.pathOf("ours.png") +
+               " --size 1200x900";
     }
     std::string bare() const {
         return programPath("bare_gl.exe") + " " + grid + " " + folder.pathOf("bare.png") + " 1200 900";

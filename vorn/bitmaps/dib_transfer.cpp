@@ -2,6 +2,7 @@
 // Copying, stretching and doubling rectangles of one-byte pixels between DIBs.
 #include "vorn/bitmaps/dib.h"
 
+#include <array>
 #include <cstring>
 #include <limits>
 #include <new>
@@ -9,7 +10,7 @@
 
 #if defined(__SSE2__) || defined(_M_X64)
 #define VORN_SSE2
-#include <emmintrin.h>
+#include <tmmintrin.h>
 #endif
 
 namespace {
@@ -48,26 +49,75 @@ void doubleRow(BYTE* to, const BYTE* from, std::size_t count) {
         to[2 * i] = to[2 * i + 1] = from[i];
 }
 
-/// Writes the bytes at the columns one after the other.
-void gatherRow(BYTE* to, const BYTE* from, const std::vector<int>& columns) {
-    const int* column = columns.data();
-    const int* const end = column + columns.size();
-    // Bytes may alias anything: four loads ahead of their stores save a quarter of the time.
-    for (; end - column >= 4; column += 4, to += 4) {
-        const BYTE pixels[4] = {from[column[0]], from[column[1]], from[column[2]], from[column[3]]};
-        std::memcpy(to, pixels, sizeof(pixels));
-    }
-    for (; column != end; ++column)
-        *to++ = from[*column];
+#if defined(__GNUC__) && defined(VORN_SSE2)
+#define VORN_SHUFFLE
+
+/// Which of 16 bytes each of 16 bytes shows.
+using Shuffle = std::array<BYTE, 16>;
+
+bool canShuffle() {
+    __builtin_cpu_init();
+    return __builtin_cpu_supports("ssse3");
 }
 
-/// Which of `from` source columns each of `to` destination columns shows: (j * from) / to.
-std::vector<int> stretchedColumns(int from, int to) {
-    std::vector<int> columns(static_cast<std::size_t>(to));
-    for (std::int64_t j = 0; j < to; ++j)
-        columns[static_cast<std::size_t>(j)] = static_cast<int>(j * from / to);
-    return columns;
+/// Writes 16 bytes for each shuffle, of those that begin at its column.
+[[gnu::target("ssse3")]] void shuffleRow(BYTE* to, const BYTE* from, const std::vector<Shuffle>& shuffles,
+                                         const int* column) {
+    for (const Shuffle& shuffle : shuffles) {
+        const __m128i source = _mm_loadu_si128(reinterpret_cast<const __m128i*>(from + *column));
+        const __m128i order = _mm_loadu_si128(reinterpret_cast<const __m128i*>(shuffle.data()));
+        _mm_storeu_si128(reinterpret_cast<__m128i*>(to), _mm_shuffle_epi8(source, order));
+        to += shuffle.size();
+        column += shuffle.size();
+    }
 }
+#endif
+
+/// Which of `from` source columns each of `to` destination columns shows: (j * from) / to.
+class ColumnMap {
+public:
+    ColumnMap(int from, int to) : m_columns(static_cast<std::size_t>(to)) {
+        for (std::int64_t j = 0; j < to; ++j)
+            m_columns[static_cast<std::size_t>(j)] = static_cast<int>(j * from / to);
+#ifdef VORN_SHUFFLE
+        // Enlarged, 16 columns come from 16 at most; a block must not read beyond the last one.
+        if (to < from || !canShuffle()) return;
+        for (std::size_t j = 0; j + 16 <= m_columns.size() && m_columns[j] + 16 <= from; j += 16) {
+            Shuffle& shuffle = m_shuffles.emplace_back();
+            for (std::size_t i = 0; i < shuffle.size(); ++i)
+                shuffle[i] = static_cast<BYTE>(m_columns[j + i] - m_columns[j]);
+        }
+#endif
+    }
+
+    std::size_t count() const {
+        return m_columns.size();
+    }
+
+    /// Writes what the destination columns show one after the other.
+    void gather(BYTE* to, const BYTE* from) const {
+        const int* column = m_columns.data();
+        const int* const end = column + m_columns.size();
+#ifdef VORN_SHUFFLE
+        shuffleRow(to, from, m_shuffles, column);
+        column += 16 * m_shuffles.size();
+        to += 16 * m_shuffles.size();
+#endif
+        // Bytes may alias anything: four loads ahead of their stores save a quarter of the time.
+        for (; end - column >= 4; column += 4, to += 4) {
+            const BYTE pixels[4] = {from[column[0]], from[column[1]], from[column[2]], from[column[3]]};
+            std::memcpy(to, pixels, sizeof(pixels));
+        }
+        for (; column != end; ++column)
+            *to++ = from[*column];
+    }
+
+private:
+    std::vector<int> m_columns;
+#ifdef VORN_SHUFFLE
+    std::vector<Shuffle> m_shuffles;
+#endif
+};
 
 /// Address of a pixel whose place may lie beyond the interface's 32 bits.
 BYTE* addressOf(const CvornDIB& dib, int x, std::int64_t y) {
@@ -120,13 +170,13 @@ void CvornDIB::StretchBits(CvornDIB* pDest, int xDest, int yDest, int wDest, int
         return;
 
     try {
-        const std::vector<int> columns = stretchedColumns(wSrc, wDest);
-        std::vector<BYTE> stretched(columns.size());
+        const ColumnMap columns(wSrc, wDest);
+        std::vector<BYTE> stretched(columns.count());
         std::int64_t shown = -1;
         for (int row = hDest - 1; row >= 0; --row, to += toStride) {
             if (sourceRow(row) != shown) {
                 shown = sourceRow(row);
-                gatherRow(stretched.data(), from + (lowest - shown) * fromStride, columns);
+                columns.gather(stretched.data(), from + (lowest - shown) * fromStride);
             }
             if (clrTrans == nothingTransparent)
                 std::memcpy(to, stretched.data(), stretched.size());
