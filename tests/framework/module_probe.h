@@ -4,7 +4,7 @@
 class CWinApp;
 
 /// What the tests find in module_probe.dll: a module with resources, an application object and a serialisable
-/// class of its own. All but `probeApp` work under the module's own state.
+/// class of its own. All but `appOutside` work under the module's own state.
 struct ModuleProbe {
     CWinApp* (*appOutside)();
     CWinApp* (*appInside)();

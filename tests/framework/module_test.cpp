@@ -145,44 +145,4 @@ TEST(MessageLoop, IdlesOnceTheQueueIsEmpty) {
     EXPECT_EQ(app.m_trace, "pre1 pre2 idle0 idle1 pre0 ");
 }
 
-TEST(MessageLoop, WaitCursorStaysUntilTheLastWaiterIsDone) {
-    LoopApp app;
-    const HCURSOR cross = app.LoadStandardCursor(IDC_CROSS), wait = app.LoadStandardCursor(IDC_WAIT);
-    ::SetCursor(cross);
-    {
-        const CWaitCursor outer;
-        { const CWaitCursor inner; }
-        EXPECT_EQ(::GetCursor(), wait);
-    }
-    EXPECT_EQ(::GetCursor(), cross);
-}
-
-TEST(WinMain, ChoosesTheExitStatus) {
-    const struct {
-        const char* arguments;
-        DWORD status;
-    } cases[] = {
-        {"quit 7", 17},    // the quit message's code, and what ExitInstance makes of it
-        {"close", 10},     // the main window's end is the program's
-        {"no window", 10}, // nothing to wait for
-        {"refuse", 99},    // InitInstance failed: no loop
-    };
-    for (const auto& [arguments, status] : cases) {
-        std::string line = std::string("winmain_probe.exe ") + arguments;
-        STARTUPINFOA start{};
-        start.cb = sizeof start;
-        PROCESS_INFORMATION process{};
-        ASSERT_TRUE(::CreateProcessA(nullptr, line.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
-                                     &start, &process));
-        DWORD exitStatus = 0;
-        if (::WaitForSingleObject(process.hProcess, 20000) != WAIT_OBJECT_0)
-            ::TerminateProcess(process.hProcess, 1000);
-        ::WaitForSingleObject(process.hProcess, INFINITE);
-        ::GetExitCodeProcess(process.hProcess, &exitStatus);
-        EXPECT_EQ(exitStatus, status) << arguments;
-        ::CloseHandle(process.hThread);
-        ::CloseHandle(process.hProcess);
-    }
-}
-
 } // namespace

@@ -31,56 +31,11 @@ TEST(Object, KnowsItsClassAndItsBases) {
     EXPECT_FALSE(object->IsKindOf(RUNTIME_CLASS(Storable)));
     EXPECT_EQ(DYNAMIC_DOWNCAST(Storable, object.get()), nullptr);
     EXPECT_EQ(DYNAMIC_DOWNCAST(Plain, object.get()), object.get());
-    EXPECT_EQ(DYNAMIC_DOWNCAST(Plain, static_cast<CObject*>(nullptr)), nullptr);
     EXPECT_FALSE(object->IsSerializable());
     EXPECT_TRUE(Storable().IsSerializable());
-}
-
-TEST(Object, IsCreatedOnlyWhereItsClassAllows) {
     EXPECT_EQ(RUNTIME_CLASS(Plain)->CreateObject(), nullptr);
     EXPECT_EQ(CRuntimeClass::FromName("Storable"), RUNTIME_CLASS(Storable));
-    EXPECT_EQ(CRuntimeClass::FromName("Nobody"), nullptr);
     EXPECT_EQ(CRuntimeClass::CreateObject("Nobody"), nullptr);
-}
-
-/// Counts its kind, to see who deletes what.
-class CountedException : public CException {
-    DECLARE_DYNAMIC(CountedException)
-public:
-    explicit CountedException(BOOL bAutoDelete = TRUE) : CException(bAutoDelete) { ++s_living; }
-    ~CountedException() override { --s_living; }
-    static inline int s_living = 0;
-};
-IMPLEMENT_DYNAMIC(CountedException, CException)
-
-// The macros open and close braces that the formatter does not see.
-// clang-format off
-std::string caught(bool throwOn) {
-    std::string trace;
-    TRY {
-        TRY {
-            THROW(new CountedException);
-        } CATCH(CFileException, e) {
-            trace += "file ";
-        } AND_CATCH(CountedException, e) {
-            trace += "counted ";
-            if (throwOn) THROW_LAST();
-        } END_CATCH
-    } CATCH_ALL(e) {
-        trace += e->GetRuntimeClass()->m_lpszClassName;
-        EXPECT_EQ(CountedException::s_living, 1) << "still there for the outer block";
-    } END_CATCH_ALL
-    return trace;
-}
-// clang-format on
-
-TEST(Exception, IsDeletedOnceByTheBlockThatEndsIt) {
-    EXPECT_EQ(caught(false), "counted ");
-    EXPECT_EQ(caught(true), "counted CountedException");
-    EXPECT_EQ(CountedException::s_living, 0);
-    CountedException fixed(FALSE);
-    fixed.Delete();
-    EXPECT_EQ(CountedException::s_living, 1);
 }
 
 TEST(Exception, SaysWhatHappened) {
@@ -105,27 +60,7 @@ TEST(Exception, SaysWhatHappened) {
     EXPECT_STREQ(tiny, "The");
 }
 
-TEST(Rect, CombinesMovesAndNormalises) {
-    CRect rect(30, 40, 10, 20);
-    rect.NormalizeRect();
-    EXPECT_EQ(rect, CRect(10, 20, 30, 40));
-    EXPECT_TRUE(rect.PtInRect({10, 20}) && !rect.PtInRect({30, 20})) << "right and bottom lie outside";
-    EXPECT_EQ(rect & CRect(20, 0, 99, 30), CRect(20, 20, 30, 30));
-    EXPECT_EQ(rect | CRect(0, 30, 1, 50), CRect(0, 20, 30, 50));
-    EXPECT_TRUE((rect & CRect(50, 50, 60, 60)).IsRectNull());
-    EXPECT_EQ(rect - CSize(1, 2), CRect(9, 18, 29, 38));
-    rect.InflateRect(1, 2, 3, 4);
-    EXPECT_EQ(rect, CRect(9, 18, 33, 44));
-    rect.DeflateRect(CSize(1, 2));
-    EXPECT_EQ(rect, CRect(10, 20, 32, 42));
-    rect.MoveToXY(0, 1);
-    EXPECT_EQ(rect, CRect(CPoint(0, 1), CSize(22, 22)));
-    rect.BottomRight() = CPoint(5, 5) - CSize(2, 1);
-    EXPECT_EQ(rect.Size(), CSize(3, 3));
-    EXPECT_EQ(CPoint(LPARAM{0xFFFE0003}), CPoint(3, -2)) << "as mouse messages pack it";
-}
-
-TEST(Variant, ConvertsAndKeepsItsTypes) {
+TEST(Variant, ConvertsAndOwnsItsStrings) {
     COleVariant value("42");
     value.ChangeType(VT_I4);
     EXPECT_EQ(value, COleVariant(42L));
@@ -135,29 +70,11 @@ TEST(Variant, ConvertsAndKeepsItsTypes) {
     EXPECT_TRUE(throws<COleException>([&] { value.ChangeType(VT_I4); }));
     EXPECT_EQ(text(CString(value)), "no number") << "unchanged by a failure";
 
-    COleVariant flag(1L, VT_BOOL);
-    EXPECT_EQ(flag.boolVal, VARIANT_TRUE);
-    flag = 0L;
-    EXPECT_TRUE(flag.vt == VT_BOOL && flag.boolVal == VARIANT_FALSE);
-    flag = 1.5f;
-    EXPECT_EQ(flag, COleVariant(1.5f));
-    EXPECT_TRUE(throws<CInvalidArgException>([] { COleVariant(1L, VT_R8); }));
-}
-
-TEST(Variant, OwnsItsStrings) {
     const COleVariant first(CString("a\0b", 3));
     EXPECT_EQ(::SysStringLen(first.bstrVal), 3u);
     COleVariant copy(first);
     EXPECT_NE(copy.bstrVal, first.bstrVal);
     copy = *&copy;
-    EXPECT_EQ(copy, first);
-    const COleVariant ansi("ansi", VT_BSTRT);
-    EXPECT_EQ(std::string(reinterpret_cast<char*>(ansi.bstrVal), ::SysStringByteLen(ansi.bstrVal)), "ansi");
-
-    VARIANT loose = copy.Detach();
-    EXPECT_TRUE(COleVariant() == copy);
-    copy.Attach(loose);
-    EXPECT_EQ(loose.vt, VT_EMPTY);
     EXPECT_EQ(copy, first);
 }
 

@@ -17,20 +17,17 @@ constexpr char company[] = "Vorn framework tests";
 constexpr char product[] = "Profile";
 constexpr char sectionPath[] = "Software\\Vorn framework tests\\Profile\\Section";
 
-/// An application whose profile is an INI file of its own, or the registry.
-class Profile : public testing::TestWithParam<bool> {
+/// An application whose profile is an INI file of its own, until it goes to the registry.
+class Profile : public testing::Test {
 protected:
     Profile() {
-        if (GetParam()) {
-            m_app.SetRegistryKey(company);
-        } else {
-            std::free(const_cast<char*>(m_app.m_pszProfileName));
-            m_app.m_pszProfileName = ::_strdup(m_folder.pathOf("profile.ini").c_str());
-        }
+        std::free(const_cast<char*>(m_app.m_pszProfileName));
+        m_app.m_pszProfileName = ::_strdup(m_folder.pathOf("profile.ini").c_str());
     }
     ~Profile() override {
         ::RegDeleteTreeA(HKEY_CURRENT_USER, (std::string("Software\\") + company).c_str());
     }
+    void useRegistry() { m_app.SetRegistryKey(company); }
 
     std::optional<Bytes> binary(LPCTSTR entry) {
         LPBYTE data = reinterpret_cast<LPBYTE>(1);
@@ -43,14 +40,14 @@ protected:
         return Bytes(data, data + size);
     }
 
+    void checkRoundTrips(const char* where);
+
     support::TempFolder m_folder;
     CWinApp m_app{product};
 };
 
-INSTANTIATE_TEST_SUITE_P(Both, Profile, testing::Bool(),
-                         [](const auto& run) { return run.param ? "Registry" : "Ini"; });
-
-TEST_P(Profile, GivesBackWhatWasWritten) {
+void Profile::checkRoundTrips(const char* where) {
+    SCOPED_TRACE(where);
     EXPECT_EQ(m_app.GetProfileInt("Section", "Number", 7), 7u);
     EXPECT_TRUE(m_app.WriteProfileInt("Section", "Number", -5));
     EXPECT_EQ(static_cast<int>(m_app.GetProfileInt("Section", "Number", 7)), -5);
@@ -78,10 +75,14 @@ TEST_P(Profile, GivesBackWhatWasWritten) {
     EXPECT_EQ(m_app.GetProfileInt("Section", "Number", 7), 7u);
 }
 
-class RegistryProfile : public Profile {};
-INSTANTIATE_TEST_SUITE_P(Registry, RegistryProfile, testing::Values(true));
+TEST_F(Profile, GivesBackWhatWasWritten) {
+    checkRoundTrips("INI file");
+    useRegistry();
+    checkRoundTrips("registry");
+}
 
-TEST_P(RegistryProfile, TakesNoValueOfAnotherKind) {
+TEST_F(Profile, RegistryTakesNoValueOfAnotherKind) {
+    useRegistry();
     HKEY key = m_app.GetSectionKey("Section");
     ASSERT_NE(key, nullptr);
     const auto set = [&](LPCSTR name, DWORD type, std::string_view bytes) {
@@ -103,10 +104,7 @@ TEST_P(RegistryProfile, TakesNoValueOfAnotherKind) {
     ::RegCloseKey(key);
 }
 
-class IniProfile : public Profile {};
-INSTANTIATE_TEST_SUITE_P(Ini, IniProfile, testing::Values(false));
-
-TEST_P(IniProfile, TakesNoBrokenBytes) {
+TEST_F(Profile, IniFileTakesNoBrokenBytes) {
     for (LPCTSTR broken : {"ABC", "AZ", "A ", "ab", "A1"}) {
         m_app.WriteProfileString("Section", "Bytes", broken);
         EXPECT_EQ(binary("Bytes"), std::nullopt) << broken;
