@@ -38,6 +38,46 @@ TEST(Object, KnowsItsClassAndItsBases) {
     EXPECT_EQ(CRuntimeClass::CreateObject("Nobody"), nullptr);
 }
 
+/// Counts its kind, to see who deletes what.
+class CountedException : public CException {
+    DECLARE_DYNAMIC(CountedException)
+public:
+    explicit CountedException(BOOL bAutoDelete = TRUE) : CException(bAutoDelete) { ++s_living; }
+    ~CountedException() override { --s_living; }
+    static inline int s_living = 0;
+};
+IMPLEMENT_DYNAMIC(CountedException, CException)
+
+// The macros open and close braces that the formatter does not see.
+// clang-format off
+std::string caught(bool throwOn) {
+    std::string trace;
+    TRY {
+        TRY {
+            THROW(new CountedException);
+        } CATCH(CFileException, e) {
+            trace += "file ";
+        } AND_CATCH(CountedException, e) {
+            trace += "counted ";
+            if (throwOn) THROW_LAST();
+        } END_CATCH
+    } CATCH_ALL(e) {
+        trace += e->GetRuntimeClass()->m_lpszClassName;
+        EXPECT_EQ(CountedException::s_living, 1) << "still there for the outer block";
+    } END_CATCH_ALL
+    return trace;
+}
+// clang-format on
+
+TEST(Exception, IsDeletedOnceByTheBlockThatEndsIt) {
+    EXPECT_EQ(caught(false), "counted ");
+    EXPECT_EQ(caught(true), "counted CountedException");
+    EXPECT_EQ(CountedException::s_living, 0);
+    CountedException fixed(FALSE);
+    fixed.Delete();
+    EXPECT_EQ(CountedException::s_living, 1);
+}
+
 TEST(Exception, SaysWhatHappened) {
     const auto message = [](auto raise) {
         char buffer[256] = "unset";
