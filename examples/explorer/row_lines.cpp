@@ -38,8 +38,8 @@ void RowLines::draw(float width) const {
     ::glPushAttrib(GL_ENABLE_BIT | GL_CURRENT_BIT | GL_LINE_BIT | GL_POINT_BIT | GL_VIEWPORT_BIT);
     ::glPushClientAttrib(GL_CLIENT_VERTEX_ARRAY_BIT);
     ::glDisable(GL_LIGHTING);
-    // The surface's polygon offset keeps it behind lines of one pixel. Wide ones reach beyond its slope: this
-    // is a 200th of the chart's size at its distance.
+    // The lines lie on the surface's edges, and wide ones reach beyond its slope: this is a 200th of the
+    // chart's size at its distance.
     constexpr double nearer = 1e-5;
     GLdouble range[2];
     ::glGetDoublev(GL_DEPTH_RANGE, range);

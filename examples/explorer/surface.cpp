@@ -86,6 +86,8 @@ void Surface::draw() const {
     // An opaque surface with normals of unit length: these would be work for nothing.
     for (GLenum capability : {GL_BLEND, GL_ALPHA_TEST, GL_NORMALIZE})
         ::glDisable(capability);
+    // The view's is for planes. It would push triangles seen edge on far back, behind the grids.
+    ::glDisable(GL_POLYGON_OFFSET_FILL);
     // NOTE: with it, and a polygon offset, Mesa's software renderer takes triangles one by one: half as long
     // again.
     if (m_primitive != GL_POINTS) ::glDisable(GL_POINT_SMOOTH);
