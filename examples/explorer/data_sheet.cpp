@@ -1,11 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "data_sheet.h"
 
-#include "row_statistics.h"
+#include "statistics.h"
 
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <span>
 
 namespace {
 
@@ -65,20 +66,23 @@ void DataSheet::update() {
     m_all.SetText(0, colLeast, "min");
     m_all.SetText(0, colMean, "mean");
     m_all.SetText(0, colGreatest, "max");
-    std::vector<RowStatistics> statistics;
-    for (int row = 0; row < m_grid.rows; ++row)
-        statistics.emplace_back(m_grid, row);
-    const NumberFormat format(statistics);
+    std::vector<Statistics> statistics;
+    const std::span<const double> values(m_grid.values);
+    const auto columns = static_cast<std::size_t>(m_grid.columns);
+    for (std::size_t begin = 0; begin < values.size(); begin += columns)
+        statistics.emplace_back(values.subspan(begin, columns));
+    const Statistics all(values);
+    const NumberFormat format(all.least, all.greatest);
     for (int row = 0; row < m_grid.rows; ++row) {
         const int line = row + 1;
         if (m_all.GetType(line, colColour) != CvornCell::ColourCell)
             m_all.SetColour(line, colColour, colours[row % colours.size()]);
-        const RowStatistics& numbers = statistics[row];
+        const Statistics& numbers = statistics[row];
         const bool any = numbers.count > 0;
         m_all.SetText(line, colName, nameOf(m_grid, row).c_str());
-        m_all.SetText(line, colLeast, any ? format.text(numbers.least) : "-");
-        m_all.SetText(line, colMean, any ? format.text(numbers.mean) : "-");
-        m_all.SetText(line, colGreatest, any ? format.text(numbers.greatest) : "-");
+        m_all.SetText(line, colLeast, any ? format.text(numbers.least).c_str() : "-");
+        m_all.SetText(line, colMean, any ? format.text(numbers.mean).c_str() : "-");
+        m_all.SetText(line, colGreatest, any ? format.text(numbers.greatest).c_str() : "-");
     }
     m_all.UpdateSelCount();
     change();

@@ -1,11 +1,12 @@
 // SPDX-License-Identifier: MIT
 #include "legend.h"
 
+#include "statistics.h"
+
 #include "common/window_shapes.h"
 
 #include <algorithm>
 #include <cmath>
-#include <cstdio>
 
 using examples::Grid;
 
@@ -17,23 +18,6 @@ constexpr COLORREF paper = RGB(255, 255, 255);
 
 /// A longer title ends in dots.
 constexpr std::size_t longestTitle = 24;
-
-/// The numbers with as many decimals as tell a thousandth of their range.
-std::vector<std::string> sameDecimals(const std::vector<double>& numbers) {
-    const auto [least, greatest] = std::minmax_element(numbers.begin(), numbers.end());
-    const double size = std::max(std::abs(*least), std::abs(*greatest));
-    const double range = *greatest / 2 - *least / 2 > 0 ? *greatest - *least : size;
-    const bool plain = size < 1e9 && (size >= 1e-3 || size == 0);
-    const int decimals =
-        range > 0 ? std::clamp(3 - static_cast<int>(std::floor(std::log10(range))), 0, 6) : 0;
-    std::vector<std::string> texts;
-    for (double number : numbers) {
-        char text[40];
-        std::snprintf(text, sizeof text, plain ? "%.*f" : "%.*e", plain ? decimals : 3, number);
-        texts.emplace_back(text);
-    }
-    return texts;
-}
 
 int widthOf(const CDC& dc, const std::string& text) {
     CSize size;
@@ -67,22 +51,14 @@ void ChartLegend::setShown(bool shown) {
 }
 
 void ChartLegend::setNumbers(const Grid& grid) {
-    double least = HUGE_VAL, greatest = -HUGE_VAL, mean = 0;
-    std::size_t count = 0;
-    for (double value : grid.values) {
-        if (std::isnan(value)) continue;
-        least = std::min(least, value);
-        greatest = std::max(greatest, value);
-        // A sum may be too large for a double.
-        mean += (value - mean) / static_cast<double>(++count);
-    }
-    std::vector<std::string> texts = {"-", "-", "-"};
-    if (count > 0) texts = sameDecimals({least, greatest, mean});
+    const Statistics numbers(grid.values);
+    const NumberFormat format(numbers.least, numbers.greatest);
+    const auto text = [&](double number) { return numbers.count > 0 ? format.text(number) : "-"; };
     m_rows = {{"rows", std::to_string(grid.rows)},
               {"columns", std::to_string(grid.columns)},
-              {"minimum", texts[0]},
-              {"maximum", texts[1]},
-              {"mean", texts[2]}};
+              {"minimum", text(numbers.least)},
+              {"maximum", text(numbers.greatest)},
+              {"mean", text(numbers.mean)}};
 }
 
 void ChartLegend::updateMetrics(CDC& dc, CFont& font, int fontLists) {
